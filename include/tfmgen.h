@@ -65,8 +65,8 @@ enum {
  *
  * A forward and an inverse DFT with the same flag, one of the first three, give the identity up to rounding. The
  * multiplication by s is the last operation on every output, also when s is 1, so that run time does not depend on the
- * flag. s is the nearest sample-type value to the factor, except that 1/sqrt(N) of 64-bit samples is the rounded quotient
- * 1.0 / d with d the rounded square root of N. */
+ * flag. s is the nearest sample-type value to the factor, except that 1/sqrt(N) of 64-bit samples is the rounded
+ * quotient 1.0 / d with d the rounded square root of N. */
 enum { TFM_DIV_FWD_BY_N = 1, TFM_DIV_INV_BY_N = 2, TFM_DIV_BY_SQRTN = 4, TFM_NO_DIV = 8 };
 
 /* ---- Version ----------------------------------------------------------------------------------------------------- */

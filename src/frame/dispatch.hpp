@@ -8,8 +8,8 @@
 
 namespace tfmgen {
 
-// Hands the call over to table[size - first]; the status is that of the routine jumped to. `size` goes where the routine
-// of one size has no argument, so the remaining arguments are passed on as they stand.
+// Hands the call over to table[size - first]; the status is that of the routine jumped to. `size` goes where the
+// routine of one size has no argument, so the remaining arguments are passed on as they stand.
 template <std::int32_t first, class Entry, std::size_t count, class... Arguments>
 [[gnu::always_inline]] inline TfmStatus dispatch(Entry* const (&table)[count], std::int32_t size,
                                                  Arguments... arguments) {

@@ -8,8 +8,8 @@
 
 namespace tfmgen {
 
-// True when both arrays start at a multiple of 16. A null pointer counts as aligned: whether a pointer is null is decided
-// later, by the body that this test chooses.
+// True when both arrays start at a multiple of 16. A null pointer counts as aligned: whether a pointer is null is
+// decided later, by the body that this test chooses.
 [[gnu::always_inline]] inline bool bothAligned(const void* src, const void* dst) {
   return ((reinterpret_cast<std::uintptr_t>(src) | reinterpret_cast<std::uintptr_t>(dst)) & 15U) == 0;
 }

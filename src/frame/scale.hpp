@@ -1,5 +1,5 @@
-// Flag and length to scale factor. The factors are compile-time constants of each kernel: no division and no square root
-// happens at run time.
+// Flag and length to scale factor. The factors are compile-time constants of each kernel: no division and no square
+// root happens at run time.
 #pragma once
 
 #include "tfmgen.h"
@@ -37,7 +37,8 @@ constexpr double nearestSquareRoot(int n) {
 template <class Real, int N>
 inline constexpr Real kReciprocal = Real(1) / Real(N);
 
-// Two roundings in double, as the quotient 1.0 / sqrt(N) has; the nearest float to it is the nearest to the exact value.
+// Two roundings in double, as the quotient 1.0 / sqrt(N) has; the nearest float to it is the nearest to the exact
+// value.
 template <class Real, int N>
 inline constexpr Real kReciprocalRoot = static_cast<Real>(1.0 / nearestSquareRoot(N));
 

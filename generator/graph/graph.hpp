@@ -1,0 +1,115 @@
+// Straight-line arithmetic as a graph of operations in which equal operations are one node.
+//
+// A node stands for a value of the kernel's register kind: a real number, or a vector of lanes that all take part in
+// the same operation. The graph does not know which; only lane moves tell them apart.
+#pragma once
+
+#include "number/quad.hpp"
+
+#include <array>
+#include <map>
+#include <span>
+#include <tuple>
+#include <vector>
+
+namespace tfmgen::graph {
+
+using number::Quad;
+
+// A signed reference to a node, or zero. A minus costs nothing: whoever uses the value turns an addition into a
+// subtraction or negates a constant.
+class Ref {
+public:
+  constexpr Ref() = default;
+  static constexpr Ref to(int node) { return Ref(node + 1); }
+
+  [[nodiscard]] constexpr bool isZero() const { return code_ == 0; }
+  [[nodiscard]] constexpr bool isNegative() const { return code_ < 0; }
+  [[nodiscard]] constexpr int node() const { return (code_ < 0 ? -code_ : code_) - 1; }
+  constexpr Ref operator-() const { return Ref(-code_); }
+  constexpr auto operator<=>(const Ref&) const = default;
+
+private:
+  explicit constexpr Ref(int code) : code_(code) {}
+  int code_ = 0;
+};
+
+enum class Op {
+  load,     // tag: which element or elements, in the terms of the layout that made it
+  add,      // left + right
+  subtract, // left - right
+  multiply, // left * constant
+  scale,    // left * the scale of the call
+  shuffle,  // lanes of left and right, chosen by tag
+  rotate,   // i * left, where the two lanes are the parts of a complex number
+};
+
+// Where a value is rounded to the sample type when constants are held in double precision: a carried value is part of a
+// longer expression and stays in double; an assigned one ends its expression.
+enum class Rounding { assigned, carried };
+
+struct Node {
+  Op op;
+  Rounding rounding;
+  Ref left;
+  Ref right;
+  int tag; // load: element; shuffle: selector; multiply: index of the constant
+};
+
+using Lanes = std::array<Quad, 4>;
+
+// A term of a sum of products.
+struct Term {
+  Quad factor;
+  Ref value;
+};
+
+class Graph {
+public:
+  // ---- Building
+  Ref load(int tag);
+  Ref add(Ref a, Ref b, Rounding rounding = Rounding::assigned);
+  Ref subtract(Ref a, Ref b, Rounding rounding = Rounding::assigned) { return add(a, -b, rounding); }
+  Ref multiply(Quad factor, Ref a, Rounding rounding = Rounding::assigned);
+  Ref multiply(const Lanes& factors, Ref a, Rounding rounding = Rounding::assigned);
+  Ref scale(Ref a);
+  Ref shuffle(Ref a, Ref b, int selector);
+  Ref rotate(Ref a);
+
+  // a + b + c + ... from left to right.
+  Ref sum(std::span<const Ref> values);
+  // The sum of factor * value from left to right as one expression with a single rounding at its end. A term of factor
+  // 1 is added as it stands.
+  Ref sumOfProducts(std::span<const Term> terms);
+
+  // ---- Reading
+  [[nodiscard]] const std::vector<Node>& nodes() const { return nodes_; }
+  [[nodiscard]] const Node& node(Ref r) const { return nodes_[static_cast<std::size_t>(r.node())]; }
+  [[nodiscard]] const Lanes& constant(const Node& n) const { return constants_[static_cast<std::size_t>(n.tag)]; }
+  // For each node, whether a value in `outputs` depends on it.
+  [[nodiscard]] std::vector<bool> reachable(std::span<const Ref> outputs) const;
+
+private:
+  using Key = std::tuple<Op, Rounding, Ref, Ref, int>;
+
+  Ref intern(Op op, Rounding rounding, Ref left, Ref right, int tag);
+  int internConstant(const Lanes& factors);
+
+  std::vector<Node> nodes_;
+  std::map<Key, int> known_;
+  std::vector<Lanes> constants_;
+  std::map<std::array<double, 4>, int> knownConstants_; // equal after rounding is equal
+};
+
+struct Counts {
+  int multiplications = 0; // scale included
+  int additions = 0;       // subtractions included
+  int shuffles = 0;
+  int rotations = 0;
+  constexpr bool operator==(const Counts&) const = default;
+};
+
+// The operations that the outputs need.
+Counts count(const Graph& g, std::span<const Ref> outputs);
+
+} // namespace tfmgen::graph

@@ -1,0 +1,15 @@
+// The transposed flow graph: a linear straight-line program run backward.
+#pragma once
+
+#include "graph.hpp"
+
+namespace tfmgen::graph {
+
+// Let y = M x be what `forward` computes from its loads 0 .. inputs-1 (tag is position) for the outputs y. Appends to
+// `g` the transposed program and returns transpose(M) * adjoints, one value for each load. Every product stays a
+// product by the same constant; every value used k times becomes a sum of k terms. See Bellanger, Digital Processing of
+// Signals, on transposition of flow graphs.
+std::vector<Ref> transpose(Graph& g, const Graph& forward, int inputs, std::span<const Ref> outputs,
+                           std::span<const Ref> adjoints);
+
+} // namespace tfmgen::graph

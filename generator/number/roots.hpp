@@ -1,0 +1,40 @@
+// Roots of unity.
+#pragma once
+
+#include "quad.hpp"
+
+namespace tfmgen::number {
+
+struct Complex {
+  Quad re;
+  Quad im;
+};
+
+constexpr Complex operator+(Complex a, Complex b) {
+  return {a.re + b.re, a.im + b.im};
+}
+
+constexpr Complex operator*(Complex a, Complex b) {
+  return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re};
+}
+
+constexpr Complex operator*(Quad a, Complex b) {
+  return {a * b.re, a * b.im};
+}
+
+constexpr Complex conjugate(Complex a) {
+  return {a.re, -a.im};
+}
+
+// exp(2*pi*i*k/n), reduced to the first octant; exact where a part is 0 or 1 in magnitude.
+Complex root(long k, long n);
+
+inline Quad cosine(long k, long n) {
+  return root(k, n).re;
+}
+
+inline Quad sine(long k, long n) {
+  return root(k, n).im;
+}
+
+} // namespace tfmgen::number

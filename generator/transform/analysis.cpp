@@ -1,0 +1,122 @@
+#include "analysis.hpp"
+
+#include "number/modular.hpp"
+
+#include <cstdlib>
+
+namespace tfmgen::transform {
+
+namespace {
+
+Samples imaginaryParts(Graph& g, const Bins& z) {
+  Samples parts;
+  for (const Bin& bin : z) {
+    parts.push_back(place(g, bin.im));
+  }
+  return parts;
+}
+
+// Decimation in frequency by 2 on complex data.
+Bins radix2(Graph& g, const Bins& z, long u) {
+  const std::size_t half = z.size() / 2;
+  if (half == 0) {
+    return z;
+  }
+  Bins sums(half);
+  Bins differences(half);
+  for (std::size_t i = 0; i < half; ++i) {
+    sums[i] = add(g, z[i], z[i + half]);
+    differences[i] = rotate(g, subtract(g, z[i], z[i + half]), u * static_cast<long>(i), static_cast<long>(z.size()));
+  }
+  const Bins even = radix2(g, sums, u);
+  const Bins odd = radix2(g, differences, u);
+  Bins out(z.size());
+  for (std::size_t j = 0; j < half; ++j) {
+    out[2 * j] = even[j];
+    out[2 * j + 1] = odd[j];
+  }
+  return out;
+}
+
+} // namespace
+
+Bins analyse(Analysis& a, const plan::Plan& plan, const Samples& x, long u) {
+  const auto byForm =
+      plan::Overload{[&](const plan::ByData& form) { return analyse(a, *form.onReal, x, u); },
+                     [&](const plan::Chirp&) -> Bins { std::abort(); }, // a convolution of complex vectors only
+                     [&](const auto& form) { return analyseForm(a, form, x, u); }};
+  return std::visit(byForm, plan.form);
+}
+
+Bins analyseComplex(Analysis& a, const plan::Plan& plan, const Bins& z, long u) {
+  if (const auto* split = std::get_if<plan::ByData>(&plan.form)) {
+    return analyseComplex(a, *split->onComplex, z, u);
+  }
+  if (const auto* power = std::get_if<plan::PowerOfTwo>(&plan.form)) {
+    if (power->oddHalf == plan::OddHalf::pairsOf2 && power->length > 2) {
+      return radix2(a.g, z, u);
+    }
+  }
+  const Bins p = analyse(a, plan, realParts(z), u);
+  const Bins q = analyse(a, plan, imaginaryParts(a.g, z), u);
+  return combine(a.g, p, q, static_cast<int>(z.size()));
+}
+
+OddBins analyseOdd(Analysis& a, const plan::OddPlan& plan, const Samples& d, long u) {
+  return std::visit([&](const auto& form) { return analyseOddForm(a, form, d, u); }, plan.form);
+}
+
+Bins combine(Graph& g, const Bins& p, const Bins& q, int n) {
+  Bins out(static_cast<std::size_t>(n));
+  for (std::size_t k = 0; k < p.size(); ++k) {
+    if (p[k].im.isZero() && q[k].im.isZero()) {
+      out[k] = {p[k].re, q[k].re};
+      continue;
+    }
+    out[k] = addTimesI(g, p[k], q[k]);
+    const Ref pIm = place(g, p[k].im);
+    const Ref qIm = place(g, q[k].im);
+    out[out.size() - k] = {g.add(p[k].re, qIm), g.subtract(q[k].re, pIm)};
+  }
+  return out;
+}
+
+Bins completed(const Bins& half, int n) {
+  Bins all = half;
+  for (int k = static_cast<int>(half.size()); k < n; ++k) {
+    all.push_back(conjugate(half[static_cast<std::size_t>(n - k)]));
+  }
+  return all;
+}
+
+Samples realParts(const Bins& z) {
+  Samples parts;
+  for (const Bin& bin : z) {
+    parts.push_back(bin.re);
+  }
+  return parts;
+}
+
+void HalfSpectrum::put(long k, const Bin& z) {
+  const int index = number::modulo(k, n_);
+  const bool isMirrored = 2 * index > n_;
+  const auto at = static_cast<std::size_t>(isMirrored ? n_ - index : index);
+  if (!known_[at]) {
+    bins_[at] = isMirrored ? conjugate(z) : z;
+    known_[at] = true;
+  }
+}
+
+void OddHalfSpectrum::put(long f, const Bin& z) {
+  const int index = number::modulo(f, 2L * length_);
+  const bool isMirrored = index > length_;
+  bins_.try_emplace(isMirrored ? 2 * length_ - index : index, isMirrored ? conjugate(z) : z);
+}
+
+Ref continued(const Samples& d, long n) {
+  const auto length = static_cast<long>(d.size());
+  const int index = number::modulo(n, 2 * length);
+  return index < length ? d[static_cast<std::size_t>(index)] : -d[static_cast<std::size_t>(index - length)];
+}
+
+} // namespace tfmgen::transform
