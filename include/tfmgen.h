@@ -85,6 +85,55 @@ typedef struct {
 /* The one version record. It is read-only and lives as long as the library; never null. */
 TFMGEN_API const TfmLibVersion* tfmgenGetLibVersion(void);
 
+/* ---- Lengths of the DFT and Hartley families --------------------------------------------------------------------- */
+
+/* Expands M(N, a, b, c) for each length N from 2 to 64 that has a routine of its own. */
+#define TFMGEN_FOR_EACH_LENGTH(M, a, b, c)                                                                             \
+  M(2, a, b, c)                                                                                                        \
+  M(3, a, b, c) M(4, a, b, c) M(5, a, b, c) M(6, a, b, c) M(7, a, b, c) M(8, a, b, c) M(9, a, b, c) M(10, a, b, c)     \
+      M(11, a, b, c) M(12, a, b, c) M(13, a, b, c) M(14, a, b, c) M(15, a, b, c) M(16, a, b, c) M(17, a, b, c)         \
+          M(18, a, b, c) M(19, a, b, c) M(20, a, b, c) M(21, a, b, c) M(22, a, b, c) M(23, a, b, c) M(24, a, b, c)     \
+              M(25, a, b, c) M(26, a, b, c) M(27, a, b, c) M(28, a, b, c) M(29, a, b, c) M(30, a, b, c) M(31, a, b, c) \
+                  M(32, a, b, c) M(33, a, b, c) M(34, a, b, c) M(35, a, b, c) M(36, a, b, c) M(37, a, b, c)            \
+                      M(38, a, b, c) M(39, a, b, c) M(40, a, b, c) M(41, a, b, c) M(42, a, b, c) M(43, a, b, c)        \
+                          M(44, a, b, c) M(45, a, b, c) M(46, a, b, c) M(47, a, b, c) M(48, a, b, c) M(49, a, b, c)    \
+                              M(50, a, b, c) M(51, a, b, c) M(52, a, b, c) M(53, a, b, c) M(54, a, b, c)               \
+                                  M(55, a, b, c) M(56, a, b, c) M(57, a, b, c) M(58, a, b, c) M(59, a, b, c)           \
+                                      M(60, a, b, c) M(61, a, b, c) M(62, a, b, c) M(63, a, b, c) M(64, a, b, c)
+
+/* Prototypes of one transform family in one sample type: an entry for each length and the general entry. */
+#define TFMGEN_DFT_ENTRY(N, family, suffix, Sample)                                                                    \
+  TFMGEN_API TfmStatus tfmg##family##_##N##_##suffix(const Sample* pSrc, Sample* pDst, int32_t flag);
+
+#define TFMGEN_DFT_FAMILY(family, suffix, Sample)                                                                      \
+  TFMGEN_FOR_EACH_LENGTH(TFMGEN_DFT_ENTRY, family, suffix, Sample)                                                     \
+  TFMGEN_API TfmStatus tfmg##family##_##suffix(const Sample* pSrc, Sample* pDst, int32_t len, int32_t flag);
+
+/* ---- Complex DFT, lengths 2 to 64 -------------------------------------------------------------------------------- */
+
+/* tfmgDFTFwd_CToC_N_32fc(pSrc, pDst, flag), ..._64fc: for k = 0 .. N-1
+ *
+ *   pDst[k] = s * sum over n = 0 .. N-1 of pSrc[n] * exp(-2*pi*i*n*k/N)
+ *
+ * tfmgDFTInv_CToC_N_32fc, ..._64fc: the same with exp(+2*pi*i*n*k/N).
+ *
+ *   pSrc  N elements, read only
+ *   pDst  N elements
+ *   flag  scaling flag; gives s
+ *
+ * Both arrays may start at any address. They may be the same or overlap in any way: all of pSrc is read before the
+ * first element of pDst is written, and the result has the same bits as with separate arrays. Arrays that both start at
+ * a multiple of 16 are the fastest.
+ *
+ * The general entries take the length behind pDst: tfmgDFTFwd_CToC_32fc(pSrc, pDst, len, flag).
+ *
+ * Statuses in order of precedence:
+ *   tfmStsBadSize  len is not 2 .. 64 (general entries only)
+ *   tfmStsNullPtr  pSrc or pDst is null
+ *   tfmStsBadFlag  flag is not 1, 2, 4 or 8 */
+TFMGEN_DFT_FAMILY(DFTFwd_CToC, 64fc, Tfm64fc)
+TFMGEN_DFT_FAMILY(DFTInv_CToC, 64fc, Tfm64fc)
+
 #ifdef __cplusplus
 }
 #endif

@@ -164,21 +164,12 @@ Counts count(const Graph& g, std::span<const Ref> outputs) {
     }
     switch (g.nodes()[i].op) {
     case Op::multiply:
-    case Op::scale:
-      ++counts.multiplications;
-      break;
+    case Op::scale: ++counts.multiplications; break;
     case Op::add:
-    case Op::subtract:
-      ++counts.additions;
-      break;
-    case Op::shuffle:
-      ++counts.shuffles;
-      break;
-    case Op::rotate:
-      ++counts.rotations;
-      break;
-    case Op::load:
-      break;
+    case Op::subtract: ++counts.additions; break;
+    case Op::shuffle: ++counts.shuffles; break;
+    case Op::rotate: ++counts.rotations; break;
+    case Op::load: break;
     }
   }
   return counts;

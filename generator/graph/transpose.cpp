@@ -44,9 +44,7 @@ std::vector<Ref> transpose(Graph& g, const Graph& forward, int inputs, std::span
     }
     const Node& node = forward.nodes()[i];
     switch (node.op) {
-    case Op::load:
-      result[static_cast<std::size_t>(node.tag)] = total;
-      break;
+    case Op::load: result[static_cast<std::size_t>(node.tag)] = total; break;
     case Op::add:
       contribute(node.left, 1, total);
       contribute(node.right, 1, total);
@@ -66,8 +64,7 @@ std::vector<Ref> transpose(Graph& g, const Graph& forward, int inputs, std::span
     }
     case Op::scale:
     case Op::shuffle:
-    case Op::rotate:
-      std::abort(); // only plain real arithmetic is transposed
+    case Op::rotate: std::abort(); // only plain real arithmetic is transposed
     }
   }
   return result;

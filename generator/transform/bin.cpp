@@ -10,12 +10,9 @@ namespace {
 Bin quarterTurns(const Bin& z, int turns, Graph& g) {
   const Ref im = place(g, z.im);
   switch (turns) {
-  case 1:
-    return {im, -z.re};
-  case 2:
-    return {-z.re, -im};
-  default:
-    return {-im, z.re};
+  case 1: return {im, -z.re};
+  case 2: return {-z.re, -im};
+  default: return {-im, z.re};
   }
 }
 

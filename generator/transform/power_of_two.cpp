@@ -100,22 +100,16 @@ Bins analyseForm(Analysis& a, const plan::Pairs& form, const Samples& x, long u)
 
 OddBins analyseOddForm(Analysis& a, plan::OddHalf form, const Samples& d, long u) {
   switch (d.size()) {
-  case 1:
-    return {{1, {d[0], {}}}};
-  case 2:
-    return {{1, {d[0], u % 4 == 1 ? -d[1] : d[1]}}};
-  case 4:
-    return byPairs(a, form, d, u);
-  default:
-    break;
+  case 1: return {{1, {d[0], {}}}};
+  case 2: return {{1, {d[0], u % 4 == 1 ? -d[1] : d[1]}}};
+  case 4: return byPairs(a, form, d, u);
+  default: break;
   }
   switch (form) {
-  case plan::OddHalf::radix4:
-    return bySubsequences(a, form, 4, d, u);
+  case plan::OddHalf::radix4: return bySubsequences(a, form, 4, d, u);
   case plan::OddHalf::radix2:
     return d.size() == 32 ? bySubsequences(a, plan::OddHalf::pairs, 2, d, u) : byPairs(a, form, d, u);
-  default:
-    return byPairs(a, form, d, u);
+  default: return byPairs(a, form, d, u);
   }
 }
 

@@ -1,0 +1,78 @@
+// tfmgen-generator: writes the straight-line kernels of a family as C++ text, or prints what they cost.
+//
+//   tfmgen-generator complex64 DIRECTORY COUNT   writes COUNT files complex64_0.cpp, complex64_1.cpp, ...
+//   tfmgen-generator --counts                    name,multiplications,additions,shuffles,rotations, a line a kernel
+#include "lower/complex64.hpp"
+#include "plan/complex64.hpp"
+#include "print/complex.hpp"
+
+#include <exception>
+#include <iostream>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace tfmgen;
+
+constexpr int kFirstLength = 2;
+constexpr int kLastLength = 64;
+
+std::vector<print::ComplexKernel> complex64Kernels() {
+  std::vector<print::ComplexKernel> kernels;
+  for (const auto sign : {transform::RootSign::forward, transform::RootSign::inverse}) {
+    for (int n = kFirstLength; n <= kLastLength; ++n) {
+      const plan::PlanPtr plan = plan::complex64(n);
+      kernels.push_back({lower::complex64(*plan, sign), sign, n, 64, plan::describe(*plan)});
+    }
+  }
+  return kernels;
+}
+
+// Short kernels hold both bodies in one function: a second function would be longer than what it saves.
+print::Bodies bodies64(int length) {
+  return length <= 4 ? print::Bodies::inOneFunction : print::Bodies::inTwoFunctions;
+}
+
+void writeComplex64(const std::string& directory, int count) {
+  std::vector<print::Piece> pieces;
+  for (const print::ComplexKernel& k : complex64Kernels()) {
+    pieces.push_back(print::complexPiece(k, bodies64(k.length)));
+  }
+  print::writeFiles(directory, "complex64", count, print::complexPreamble(), pieces);
+}
+
+void printCounts() {
+  for (const print::ComplexKernel& k : complex64Kernels()) {
+    const std::vector<graph::Ref> outputs = k.kernel.outputs();
+    const graph::Counts c = graph::count(k.kernel.graph, outputs);
+    std::cout << print::kernelName(k) << ',' << c.multiplications << ',' << c.additions << ',' << c.shuffles << ','
+              << c.rotations << '\n';
+  }
+}
+
+int run(const std::vector<std::string>& arguments) {
+  if (arguments.size() == 1 && arguments[0] == "--counts") {
+    printCounts();
+    return 0;
+  }
+  const std::map<std::string, void (*)(const std::string&, int)> families{{"complex64", writeComplex64}};
+  if (arguments.size() == 3 && families.contains(arguments[0])) {
+    families.at(arguments[0])(arguments[1], std::stoi(arguments[2]));
+    return 0;
+  }
+  std::cerr << "usage: tfmgen-generator FAMILY DIRECTORY COUNT | --counts\n";
+  return 2;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run({argv + 1, argv + argc});
+  } catch (const std::exception& error) {
+    std::cerr << "tfmgen-generator: " << error.what() << '\n';
+    return 1;
+  }
+}

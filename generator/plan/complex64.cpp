@@ -1,0 +1,105 @@
+#include "complex64.hpp"
+
+#include "number/modular.hpp"
+
+namespace tfmgen::plan {
+
+namespace {
+
+PlanPtr of(int length) {
+  return complex64(length);
+}
+
+PlanPtr gt(int first, int second) {
+  return goodThomas(of(first), of(second));
+}
+
+PlanPtr gt(int first, int second, int third) {
+  return goodThomas(of(first), of(second), of(third));
+}
+
+PlanPtr ct(int first, int second) {
+  return cooleyTukey(of(first), of(second));
+}
+
+PlanPtr power(int length) {
+  return powerOfTwo(length);
+}
+
+// A prime by the plan of the length below it, forth and back.
+PlanPtr prime(int p) {
+  return rader(p, number::primitiveRoot(p), of(p - 1), of(p - 1));
+}
+
+} // namespace
+
+PlanPtr complex64(int length) {
+  switch (length) {
+  case 2: return direct(2);
+  case 3: return direct(3);
+  case 4: return power(4);
+  case 5: return direct(5);
+  case 6: return gt(2, 3);
+  case 7: return direct(7);
+  case 8: return power(8);
+  case 9: return ct(3, 3);
+  case 10: return gt(5, 2);
+  case 11: return direct(11);
+  case 12: return gt(3, 4);
+  case 13: return prime(13);
+  case 14: return gt(2, 7);
+  case 15: return gt(5, 3);
+  case 16: return power(16);
+  case 17: return prime(17);
+  case 18: return gt(9, 2);
+  case 19: return prime(19);
+  case 20: return gt(5, 4);
+  case 21: return gt(7, 3);
+  case 22: return gt(11, 2);
+  case 23: return prime(23);
+  case 24: return gt(8, 3);
+  case 25: return ct(5, 5);
+  case 26: return gt(13, 2);
+  case 27: return ct(9, 3);
+  case 28: return gt(4, 7);
+  case 29: return prime(29);
+  case 30: return gt(2, 5, 3);
+  case 31: return prime(31);
+  case 32: return power(32);
+  case 33: return gt(11, 3);
+  case 34: return gt(2, 17);
+  case 35: return gt(5, 7);
+  case 36: return gt(4, 9);
+  case 37: return prime(37);
+  case 38: return gt(2, 19);
+  case 39: return gt(13, 3);
+  case 40: return gt(8, 5);
+  case 41: return prime(41);
+  case 42: return gt(2, 7, 3);
+  case 43: return prime(43);
+  case 44: return gt(4, 11);
+  case 45: return gt(5, 9);
+  case 46: return gt(23, 2);
+  case 47: return prime(47);
+  case 48: return gt(16, 3);
+  case 49: return ct(7, 7);
+  case 50: return gt(25, 2);
+  case 51: return gt(17, 3);
+  case 52: return gt(13, 4);
+  case 53: return prime(53);
+  case 54: return gt(2, 27);
+  case 55: return gt(11, 5);
+  case 56: return gt(7, 8);
+  case 57: return gt(19, 3);
+  case 58: return gt(29, 2);
+  case 59: return prime(59);
+  case 60: return gt(3, 5, 4);
+  case 61: return prime(61);
+  case 62: return gt(31, 2);
+  case 63: return gt(7, 9);
+  case 64: return power(64);
+  default: return nullptr;
+  }
+}
+
+} // namespace tfmgen::plan

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace tfmgen::transform {
+
+// The sign in exp(+-2*pi*i*n*k/N): the inverse direction is nothing more.
+enum class RootSign : int { forward = -1, inverse = +1 };
+
+} // namespace tfmgen::transform

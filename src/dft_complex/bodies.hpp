@@ -1,0 +1,65 @@
+// What generated complex kernels share: their types, and the two bodies behind an entry.
+#pragma once
+
+#include "frame/enter.hpp"
+#include "kernel/lanes.hpp"
+
+namespace tfmgen {
+
+template <class Sample>
+struct RealOf;
+template <>
+struct RealOf<Tfm32fc> {
+  using Type = Tfm32f;
+};
+template <>
+struct RealOf<Tfm64fc> {
+  using Type = Tfm64f;
+};
+
+// The base of a kernel. A kernel adds `template <class Access> static void run(const Real* x, Real* y, V s)`: the whole
+// transform of x into y, all loads before the first store, each output multiplied by s last.
+template <class SampleType, int n, Direction transformDirection>
+struct Complex {
+  using Sample = SampleType;
+  using Real = typename RealOf<Sample>::Type;
+  using V = typename Lanes<Real>::Vector;
+  static constexpr int length = n;
+  static constexpr Direction direction = transformDirection;
+};
+
+template <class Kernel, class Access>
+[[gnu::always_inline]] inline TfmStatus runBody(const typename Kernel::Sample* src, typename Kernel::Sample* dst,
+                                                std::int32_t flag) {
+  using Real = typename Kernel::Real;
+  return enter<Real, Kernel::length, Kernel::direction>(
+      src, dst, flag, [&](Real scale) __attribute__((always_inline)) {
+        Kernel::template run<Access>(reinterpret_cast<const Real*>(src), reinterpret_cast<Real*>(dst),
+                                     Lanes<Real>::broadcast(scale));
+      });
+}
+
+template <class Kernel>
+[[gnu::always_inline]] inline TfmStatus bodiesInOneFunction(const typename Kernel::Sample* src,
+                                                            typename Kernel::Sample* dst, std::int32_t flag) {
+  return bothAligned(src, dst) ? runBody<Kernel, Aligned>(src, dst, flag) : runBody<Kernel, Unaligned>(src, dst, flag);
+}
+
+template <class Kernel>
+[[gnu::noinline]] inline TfmStatus unalignedBody(const typename Kernel::Sample* src, typename Kernel::Sample* dst,
+                                                 std::int32_t flag) {
+  return runBody<Kernel, Unaligned>(src, dst, flag);
+}
+
+template <class Kernel>
+[[gnu::always_inline]] inline TfmStatus bodiesInTwoFunctions(const typename Kernel::Sample* src,
+                                                             typename Kernel::Sample* dst, std::int32_t flag) {
+  return bothAligned(src, dst) ? runBody<Kernel, Aligned>(src, dst, flag) : unalignedBody<Kernel>(src, dst, flag);
+}
+
+// i * v for one complex number in the two lanes: swapped, the real part negated.
+[[gnu::always_inline]] inline __m128d timesI(__m128d v) {
+  return _mm_xor_pd(_mm_shuffle_pd(v, v, 1), __m128d{-0.0, 0.0});
+}
+
+} // namespace tfmgen
