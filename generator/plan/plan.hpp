@@ -126,6 +126,8 @@ template <class... Cases>
 struct Overload : Cases... {
   using Cases::operator()...;
 };
+template <class... Cases>
+Overload(Cases...) -> Overload<Cases...>;
 
 int length(const Plan& plan);
 // In the notation of the field: GT 5.3, CT 4x4, Rader 13 (GT 3.4).

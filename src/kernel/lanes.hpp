@@ -76,18 +76,23 @@ struct Aligned {
   [[gnu::always_inline]] static void store(double* to, __m128d v) { _mm_store_pd(to, v); }
 };
 
+// Stores on both sides of this are not joined to a wider one.
+[[gnu::always_inline]] inline void separateStores() {
+  asm volatile("" : : : "memory");
+}
+
 // Memory at any address: one unaligned access for four floats, one access for each double.
 struct Unaligned {
   [[gnu::always_inline]] static __m128 load(const float* from) { return opaque(_mm_loadu_ps(from)); }
   [[gnu::always_inline]] static __m128d load(const double* from) {
-    const __m128d low = opaque(_mm_set_sd(loadElement(from)));
-    return opaque(_mm_unpacklo_pd(low, _mm_set_sd(loadElement(from + 1))));
+    return opaque(_mm_loadh_pd(opaque(_mm_set_sd(loadElement(from))), from + 1));
   }
   [[gnu::always_inline]] static void store(float* to, __m128 v) { _mm_storeu_ps(to, v); }
   [[gnu::always_inline]] static void store(double* to, __m128d v) {
     storeElement(to, _mm_cvtsd_f64(v));
-    asm volatile("" : "+x"(v) : : "memory"); // two stores remain two
+    separateStores();
     storeElement(to + 1, _mm_cvtsd_f64(_mm_unpackhi_pd(v, v)));
+    separateStores();
   }
 };
 
