@@ -1,0 +1,10 @@
+/* Compiled as C99: the public header asks for no more, whether it comes first or twice. */
+#include "tfmgen.h"
+
+#include "tfmgen.h"
+
+const char* versionText(void);
+
+const char* versionText(void) {
+  return tfmgenGetLibVersion()->version;
+}
