@@ -22,14 +22,14 @@ _Static_assert(sizeof(TfmLibVersion) == 48, "TfmLibVersion");
 const char* versionText(void);
 
 int main(void) {
-  const Tfm32fc expected[2] = {{4.0F, 6.0F}, {-2.0F, -2.0F}};
-  Tfm32fc* const x = tfmMalloc((int32_t)sizeof expected);
+  const Tfm64fc expected[2] = {{4.0, 6.0}, {-2.0, -2.0}};
+  Tfm64fc* const x = tfmMalloc((int32_t)sizeof expected);
   if (x == NULL) {
     return 1;
   }
-  x[0] = (Tfm32fc){1.0F, 2.0F};
-  x[1] = (Tfm32fc){3.0F, 4.0F};
-  const TfmStatus status = tfmgDFTFwd_CToC_32fc(x, x, 2, TFM_NO_DIV);
+  x[0] = (Tfm64fc){1.0, 2.0};
+  x[1] = (Tfm64fc){3.0, 4.0};
+  const TfmStatus status = tfmgDFTFwd_CToC_64fc(x, x, 2, TFM_NO_DIV);
   const int same = memcmp(x, expected, sizeof expected) == 0;
   tfmFree(x);
   if (status != tfmStsOk || !same) {
