@@ -61,8 +61,7 @@ int main() {
     for (int n = kShortest; n <= kLongest; ++n) {
       const Entry entry{family, n};
       print(entry.name(), digest(entry, [&](const void* src, void* dst, std::int32_t flag) { entry(src, dst, flag); }));
-      all ^= digest(entry,
-                    [&](const void* src, void* dst, std::int32_t flag) { family.general(src, dst, n, flag); });
+      all ^= digest(entry, [&](const void* src, void* dst, std::int32_t flag) { family.general(src, dst, n, flag); });
     }
     print(family.name, all);
   }

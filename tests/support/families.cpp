@@ -21,12 +21,12 @@ inline constexpr std::size_t kRealBytes = std::is_floating_point_v<Sample> ? siz
 
 #define TFMGEN_TEST_CALL(N, family, suffix, Sample) call<Sample, tfmg##family##_##N##_##suffix>,
 #define TFMGEN_TEST_FAMILY(family, suffix, Sample, kind, format)                                                       \
-  Family{"tfmg" #family "_" #suffix,                                                                                   \
-         Kind::kind,                                                                                                   \
-         Format::format,                                                                                               \
-         kRealBytes<Sample>,                                                                                           \
-         callGeneral<Sample, tfmg##family##_##suffix>,                                                                 \
-         {TFMGEN_FOR_EACH_LENGTH(TFMGEN_TEST_CALL, family, suffix, Sample)}}
+  Family {                                                                                                             \
+    "tfmg" #family "_" #suffix, Kind::kind, Format::format, kRealBytes<Sample>,                                        \
+        callGeneral<Sample, tfmg##family##_##suffix>, {                                                                \
+      TFMGEN_FOR_EACH_LENGTH(TFMGEN_TEST_CALL, family, suffix, Sample)                                                 \
+    }                                                                                                                  \
+  }
 
 const std::vector<Family> kFamilies = {
     TFMGEN_TEST_FAMILY(DFTFwd_CToC, 64fc, Tfm64fc, complexForward, plain),
@@ -49,12 +49,9 @@ const std::vector<Family>& families() {
 
 bool Family::divides(std::int32_t flag) const {
   switch (flag) {
-  case TFM_DIV_FWD_BY_N:
-    return kind != Kind::complexInverse && kind != Kind::realInverse;
-  case TFM_DIV_INV_BY_N:
-    return kind != Kind::complexForward && kind != Kind::realForward;
-  default:
-    return flag == TFM_DIV_BY_SQRTN;
+  case TFM_DIV_FWD_BY_N: return kind != Kind::complexInverse && kind != Kind::realInverse;
+  case TFM_DIV_INV_BY_N: return kind != Kind::complexForward && kind != Kind::realForward;
+  default: return flag == TFM_DIV_BY_SQRTN;
   }
 }
 

@@ -38,14 +38,10 @@ inline Root root(int k, int n) {
   }
   const Root first = octant % 2 == 0 ? Root{cosine, sine} : Root{sine, cosine};
   switch (octant / 2) {
-  case 0:
-    return first;
-  case 1:
-    return {-first.im, first.re};
-  case 2:
-    return {-first.re, -first.im};
-  default:
-    return {first.im, -first.re};
+  case 0: return first;
+  case 1: return {-first.im, first.re};
+  case 2: return {-first.re, -first.im};
+  default: return {first.im, -first.re};
   }
 }
 
@@ -131,9 +127,7 @@ inline std::vector<Quad> reference(const Entry& entry, std::span<const Quad> src
         store(slot.im, k == 0 || 2 * k == n ? Quad{0} : value.im);
       }
       break;
-    case Kind::realInverse:
-      store(k, detail::bin(n, k, 1, spectrum).re);
-      break;
+    case Kind::realInverse: store(k, detail::bin(n, k, 1, spectrum).re); break;
     case Kind::hartley: {
       const Root value = detail::bin(n, k, 1, realInput);
       store(k, value.re + value.im);
