@@ -109,7 +109,7 @@ class Walker:
         """Moves pointers along; returns the access to an array, if there is one."""
         mnemonic, operands = instruction.mnemonic, instruction.operands
         registers = state.registers
-        if mnemonic == "test" and operands[1].text == "0xf":
+        if mnemonic in ("test", "and") and operands[1].text == "0xf":
             result.alignment_test = True
         place, access = None, None
         for position, operand in enumerate(operands):
