@@ -1,0 +1,15 @@
+#pragma once
+
+#include "spectrum.hpp"
+
+#include <string>
+
+struct PictureSize {
+  std::size_t width;
+  std::size_t height;
+};
+
+// Writes a PNG with time from left to right, frequency from bottom to top and power as colour, 80 dB from black to
+// light yellow. Bins and frames become blocks of pixels; where there are more frames than columns, a column shows the
+// mean of several. A file that was there is replaced only by a complete picture. Throws std::runtime_error.
+PictureSize writePicture(const Spectrogram& spectrogram, const std::string& path);
