@@ -81,8 +81,13 @@ public:
   void ReportRuns(const std::vector<Run>& /*runs*/) override {}
 };
 
-int runAll(const Options& options) {
+void runAll(const Options& options) {
   const Marks marks = readMarks(options.marks);
+  std::ofstream csv;
+  if (!options.csv.empty()) {
+    csv.exceptions(std::ios::badbit | std::ios::failbit); // before the long run, not after it
+    csv.open(options.csv);
+  }
   const CoreCycles counter;
   std::vector<Case> cases;
   registerCases<float>(options.rounds, counter, cases);
@@ -95,15 +100,10 @@ int runAll(const Options& options) {
             << ticksPerNanosecond() << " GHz\n";
   printTable(std::cout, table, counter.available());
   printSummary(std::cout, table);
-  if (!options.csv.empty()) {
-    std::ofstream file(options.csv);
-    writeCsv(file, table);
-    if (!file.flush()) {
-      std::cerr << "cannot write " << options.csv << '\n';
-      return 1;
-    }
+  if (csv.is_open()) {
+    writeCsv(csv, table);
+    csv.flush();
   }
-  return 0;
 }
 
 } // namespace
@@ -115,7 +115,8 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
-    return runAll(options);
+    runAll(options);
+    return 0;
   } catch (const std::exception& error) {
     std::cerr << error.what() << '\n';
     return 1;
