@@ -36,9 +36,9 @@ Piece complexPiece(const ComplexKernel& k, Bodies bodies) {
   const char* real = k.sampleBits == 32 ? "Tfm32f" : "Tfm64f";
 
   std::ostringstream text;
-  text << "\nnamespace tfmgen {\nnamespace {\n\n// Length " << k.length << (isForward(k) ? ", forward" : ", inverse") << ", plan " << k.plan << ": "
-       << counts.multiplications << " multiplications, " << counts.additions << " additions, " << counts.shuffles
-       << " shuffles, " << counts.rotations << " rotations.\n"
+  text << "\nnamespace tfmgen {\nnamespace {\n\n// Length " << k.length << (isForward(k) ? ", forward" : ", inverse")
+       << ", plan " << k.plan << ": " << counts.multiplications << " multiplications, " << counts.additions
+       << " additions, " << counts.shuffles << " shuffles, " << counts.rotations << " rotations.\n"
        << "struct " << name << " : Complex<" << sample << ", " << k.length
        << ", Direction::" << (isForward(k) ? "forward" : "inverse") << "> {\n"
        << "  template <class Access>\n"

@@ -17,7 +17,8 @@ Samples imaginaryParts(Graph& g, const Bins& z) {
 }
 
 // Decimation in frequency by 2 on complex data.
-Bins radix2(Graph& g, const Bins& z, long u) {
+Bins radix2(Analysis& a, const Bins& z, long u) {
+  Graph& g = a.g;
   const std::size_t half = z.size() / 2;
   if (half == 0) {
     return z;
@@ -26,10 +27,11 @@ Bins radix2(Graph& g, const Bins& z, long u) {
   Bins differences(half);
   for (std::size_t i = 0; i < half; ++i) {
     sums[i] = add(g, z[i], z[i + half]);
-    differences[i] = rotate(g, subtract(g, z[i], z[i + half]), u * static_cast<long>(i), static_cast<long>(z.size()));
+    differences[i] = rotate(g, subtract(g, z[i], z[i + half]), u * static_cast<long>(i), static_cast<long>(z.size()),
+                            SineProduct::placed, a.eighth);
   }
-  const Bins even = radix2(g, sums, u);
-  const Bins odd = radix2(g, differences, u);
+  const Bins even = radix2(a, sums, u);
+  const Bins odd = radix2(a, differences, u);
   Bins out(z.size());
   for (std::size_t j = 0; j < half; ++j) {
     out[2 * j] = even[j];
@@ -54,7 +56,7 @@ Bins analyseComplex(Analysis& a, const plan::Plan& plan, const Bins& z, long u) 
   }
   if (const auto* power = std::get_if<plan::PowerOfTwo>(&plan.form)) {
     if (power->oddHalf == plan::OddHalf::pairsOf2 && power->length > 2) {
-      return radix2(a.g, z, u);
+      return radix2(a, z, u);
     }
   }
   const Bins p = analyse(a, plan, realParts(z), u);

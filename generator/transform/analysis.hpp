@@ -22,6 +22,7 @@ enum class DirectStyle {
 struct Analysis {
   Graph& g;
   DirectStyle style;
+  EighthTurn eighth = EighthTurn::productsFirst;
 };
 
 using OddBins = std::map<int, Bin>; // by odd frequency f <= L

@@ -18,7 +18,7 @@ Bin quarterTurns(const Bin& z, int turns, Graph& g) {
 
 } // namespace
 
-Bin rotate(Graph& g, const Bin& z, long k, long n, SineProduct sine) {
+Bin rotate(Graph& g, const Bin& z, long k, long n, SineProduct sine, EighthTurn eighth) {
   k = number::modulo(k, n);
   if (k == 0) {
     return z;
@@ -27,9 +27,15 @@ Bin rotate(Graph& g, const Bin& z, long k, long n, SineProduct sine) {
     return quarterTurns(z, static_cast<int>(4 * k / n), g);
   }
   const auto [c, s] = number::root(k, n);
-  if (8 * k % n == 0) { // products first, shared by both parts
+  if (8 * k % n == 0) {
     const Ref im = place(g, z.im);
-    return {g.add(g.multiply(c, z.re), g.multiply(s, im)), g.subtract(g.multiply(c, im), g.multiply(s, z.re))};
+    if (eighth == EighthTurn::productsFirst) {
+      return {g.add(g.multiply(c, z.re), g.multiply(s, im)), g.subtract(g.multiply(c, im), g.multiply(s, z.re))};
+    }
+    const Ref sum = g.add(z.re, im);
+    const Ref difference = g.subtract(im, z.re);
+    const bool sameSign = (c > 0) == (s > 0);
+    return {g.multiply(c, sameSign ? sum : -difference), g.multiply(c, sameSign ? difference : sum)};
   }
   const Product im = sine == SineProduct::merged ? z.im : Product(place(g, z.im));
   return {g.sumOfProducts({{{c, z.re}, {s * im.factor, im.value}}}),

@@ -61,8 +61,13 @@ inline Bin subtractTimesI(Graph& g, const Bin& a, const Bin& b) {
 
 enum class SineProduct : bool { placed, merged };
 
+// Both parts of a rotation by an odd eighth are sums of the same two products. Products and sums may change places; a
+// transposed graph has them the other way round.
+enum class EighthTurn : bool { productsFirst, sumsFirst };
+
 // z * exp(-2*pi*i*k/n): free at quarter turns, two products at odd eighths, else four. A pending product in the
 // imaginary part is merged into the constants where told, which saves it.
-Bin rotate(Graph& g, const Bin& z, long k, long n, SineProduct sine = SineProduct::placed);
+Bin rotate(Graph& g, const Bin& z, long k, long n, SineProduct sine = SineProduct::placed,
+           EighthTurn eighth = EighthTurn::productsFirst);
 
 } // namespace tfmgen::transform

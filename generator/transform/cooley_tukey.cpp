@@ -10,10 +10,11 @@ SineProduct sineProduct(plan::Merge merge) {
 }
 
 // Bin k of each stage, the r-th rotated by exp(-2*pi*i*r*step/order).
-Bins rotatedColumn(Graph& g, const std::vector<Bins>& stages, int k, long step, long order, SineProduct sine) {
+Bins rotatedColumn(Analysis& a, const std::vector<Bins>& stages, int k, long step, long order, SineProduct sine) {
   Bins column;
   for (std::size_t r = 0; r < stages.size(); ++r) {
-    column.push_back(rotate(g, stages[r][static_cast<std::size_t>(k)], static_cast<long>(r) * step, order, sine));
+    const Bin& bin = stages[r][static_cast<std::size_t>(k)];
+    column.push_back(rotate(a.g, bin, static_cast<long>(r) * step, order, sine, a.eighth));
   }
   return column;
 }
@@ -46,10 +47,9 @@ Bins analyseForm(Analysis& a, const plan::CooleyTukey& form, const Samples& x, l
   }
   HalfSpectrum out(n);
   for (int k1 = 0; k1 <= first / 2; ++k1) {
-    const Bins bins =
-        k1 == 0
-            ? completed(analyse(a, *form.second, realColumn(inner), u), second)
-            : analyseComplex(a, *form.second, rotatedColumn(a.g, inner, k1, u * k1, n, sineProduct(form.mergeSine)), u);
+    const Bins bins = k1 == 0 ? completed(analyse(a, *form.second, realColumn(inner), u), second)
+                              : analyseComplex(a, *form.second,
+                                               rotatedColumn(a, inner, k1, u * k1, n, sineProduct(form.mergeSine)), u);
     for (int k2 = 0; k2 < second; ++k2) {
       out.put(k1 + first * k2, bins[static_cast<std::size_t>(k2)]);
     }
@@ -77,7 +77,7 @@ OddBins analyseOddForm(Analysis& a, const plan::OddCooleyTukey& form, const Samp
   }
   for (int k1 = 1; k1 <= first / 2; ++k1) {
     const int odd = k1 % 2 == 1 ? k1 : k1 + first;
-    const Bins column = rotatedColumn(a.g, inner, k1, u * odd, order, sineProduct(form.mergeSine));
+    const Bins column = rotatedColumn(a, inner, k1, u * odd, order, sineProduct(form.mergeSine));
     const Bins bins = analyseComplex(a, powerOfTwoOnComplex(second), column, u);
     for (int j = 0; j < second; ++j) {
       out.put(odd + 2L * first * j, bins[static_cast<std::size_t>(j)]);
@@ -97,7 +97,7 @@ OddBins analyseOddForm(Analysis& a, const plan::OddByThree& form, const Samples&
   for (const auto& [f, z] : analyseOdd(a, *form.onReal, realColumn(inner), u)) {
     out.put(3L * f, z);
   }
-  const Bins column = rotatedColumn(a.g, inner, 1, u, static_cast<long>(2 * d.size()), SineProduct::placed);
+  const Bins column = rotatedColumn(a, inner, 1, u, static_cast<long>(2 * d.size()), SineProduct::placed);
   const Bins bins = analyseComplex(a, *form.onComplex, column, u);
   for (int j = 0; j < count; ++j) {
     out.put(1 + 6L * j, bins[static_cast<std::size_t>(j)]);

@@ -44,7 +44,7 @@ OddBins byPairs(Analysis& a, plan::OddHalf form, const Samples& d, long u) {
   Bins z;
   for (std::size_t n = 0; n < half; ++n) {
     const Ref im = u % 4 == 1 ? -d[n + half] : d[n + half];
-    z.push_back(rotate(a.g, {d[n], im}, u * static_cast<long>(n), order));
+    z.push_back(rotate(a.g, {d[n], im}, u * static_cast<long>(n), order, SineProduct::placed, a.eighth));
   }
   const Bins bins = analyseComplex(a, complexPlan(static_cast<int>(half), form), z, u);
   OddHalfSpectrum out(static_cast<int>(d.size()));
@@ -71,7 +71,7 @@ OddBins bySubsequences(Analysis& a, plan::OddHalf form, std::size_t radix, const
   for (int f = 1; f < static_cast<int>(length); f += 2) {
     Bins z;
     for (std::size_t s = 0; s < radix; ++s) {
-      z.push_back(rotate(a.g, parts[s].at(f), u * static_cast<long>(s) * f, order));
+      z.push_back(rotate(a.g, parts[s].at(f), u * static_cast<long>(s) * f, order, SineProduct::placed, a.eighth));
     }
     const Bins bins = analyseComplex(a, butterfly, z, u);
     for (std::size_t j = 0; j < radix; ++j) {

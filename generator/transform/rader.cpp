@@ -30,12 +30,13 @@ struct Synthesis {
   std::vector<Ref> outputs;  // re, im of each bin
   std::vector<Quad> factors; // of the pending product in each im
 
-  Synthesis(const plan::Plan& plan, DirectStyle style) {
+  Synthesis(const plan::Plan& plan, const Analysis& outer) {
     Samples samples;
     for (int i = 0; i < plan::length(plan); ++i) {
       samples.push_back(forward.load(i));
     }
-    Analysis analysis{forward, style};
+    const bool sumsFirst = outer.eighth == EighthTurn::productsFirst; // they change places when run backward
+    Analysis analysis{forward, outer.style, sumsFirst ? EighthTurn::sumsFirst : EighthTurn::productsFirst};
     for (const Bin& bin : analyse(analysis, plan, samples)) {
       outputs.push_back(bin.re);
       outputs.push_back(bin.im.value);
@@ -72,7 +73,7 @@ Bins analyseForm(Analysis& a, const plan::Rader& form, const Samples& x, long u)
     permuted.push_back(x[static_cast<std::size_t>(number::powerModulo(form.primitiveRoot, i, p))]);
   }
   const Bins spectrum = analyse(a, *form.analysis, permuted);
-  const Synthesis synthesis(*form.synthesis, a.style);
+  const Synthesis synthesis(*form.synthesis, a);
 
   std::vector<Ref> even(2 * (half + 1)); // spectrum of the real parts of the result, re and im of each bin
   std::vector<Ref> odd(2 * (half + 1));  // and of the imaginary parts
