@@ -1,10 +1,14 @@
 // tfmgen-generator: writes the straight-line kernels of a family as C++ text, or prints what they cost.
 //
 //   tfmgen-generator complex64 DIRECTORY COUNT   writes COUNT files complex64_0.cpp, complex64_1.cpp, ...
+//   tfmgen-generator real DIRECTORY COUNT        the same with files real_0.cpp, ...
 //   tfmgen-generator --counts                    name,multiplications,additions,shuffles,rotations, a line a kernel
 #include "lower/complex64.hpp"
+#include "lower/real.hpp"
 #include "plan/complex64.hpp"
+#include "plan/real.hpp"
 #include "print/complex.hpp"
+#include "print/real.hpp"
 
 #include <exception>
 #include <iostream>
@@ -43,12 +47,45 @@ void writeComplex64(const std::string& directory, int count) {
   print::writeFiles(directory, "complex64", count, print::complexPreamble(), pieces);
 }
 
+struct RealKernel {
+  lower::RealKernel kernel;
+  lower::Transform transform;
+  int length;
+  std::string plan;
+};
+
+std::vector<RealKernel> realKernels() {
+  std::vector<RealKernel> kernels;
+  for (int n = kFirstLength; n <= kLastLength; ++n) {
+    const plan::RealPlans& plans = plan::realPlans(n);
+    const auto add = [&](lower::Transform transform, const plan::PlanPtr& plan, auto build) {
+      kernels.push_back({lower::assignments(build(*plan), transform), transform, n, plan::describe(*plan)});
+    };
+    add(lower::Transform::forward, plans.forward, transform::forwardReal);
+    add(lower::Transform::inverse, plans.inverse, transform::inverseReal);
+    add(lower::Transform::hartley, plans.hartley, transform::hartley);
+  }
+  return kernels;
+}
+
+void writeReal(const std::string& directory, int count) {
+  std::vector<print::Piece> pieces;
+  for (const RealKernel& k : realKernels()) {
+    pieces.push_back(print::realPiece(k.kernel, k.transform, k.length, k.plan));
+  }
+  print::writeFiles(directory, "real", count, print::realPreamble(), pieces);
+}
+
 void printCounts() {
   for (const print::ComplexKernel& k : complex64Kernels()) {
     const std::vector<graph::Ref> outputs = k.kernel.outputs();
     const graph::Counts c = graph::count(k.kernel.graph, outputs);
     std::cout << print::kernelName(k) << ',' << c.multiplications << ',' << c.additions << ',' << c.shuffles << ','
               << c.rotations << '\n';
+  }
+  for (const RealKernel& k : realKernels()) {
+    const graph::Counts c = transform::count(k.kernel.body);
+    std::cout << print::kernelName(k.transform, k.length) << ',' << c.multiplications << ',' << c.additions << ",0,0\n";
   }
 }
 
@@ -57,7 +94,8 @@ int run(const std::vector<std::string>& arguments) {
     printCounts();
     return 0;
   }
-  const std::map<std::string, void (*)(const std::string&, int)> families{{"complex64", writeComplex64}};
+  const std::map<std::string, void (*)(const std::string&, int)> families{{"complex64", writeComplex64},
+                                                                          {"real", writeReal}};
   if (arguments.size() == 3 && families.contains(arguments[0])) {
     families.at(arguments[0])(arguments[1], std::stoi(arguments[2]));
     return 0;

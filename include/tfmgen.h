@@ -134,6 +134,79 @@ TFMGEN_API const TfmLibVersion* tfmgenGetLibVersion(void);
 TFMGEN_DFT_FAMILY(DFTFwd_CToC, 64fc, Tfm64fc)
 TFMGEN_DFT_FAMILY(DFTInv_CToC, 64fc, Tfm64fc)
 
+/* ---- Real DFT, lengths 2 to 64 ----------------------------------------------------------------------------------- */
+
+/* The spectrum of N real samples is conjugate symmetric, X[N-k] = conj(X[k]), so only bins 0 .. N/2 are kept, as a flat
+ * array of reals in one of three formats. R(k) and I(k) are the parts of X[k]; I(0), and I(N/2) of even N, are zero.
+ *
+ *   format          elements       R(0)  0 < k < N/2: R(k), I(k)  R(N/2) of even N  zeros
+ *   CCS             2*(N/2) + 2    0     2k,   2k+1               N                 1, and N+1 of even N
+ *   Pack            N              0     2k-1, 2k                 N-1               none
+ *   Perm, even N    N              0     2k,   2k+1               1                 none
+ *   Perm, odd N     N              0     2k-1, 2k                                   none
+ *
+ * N/2 is rounded down: CCS takes N+2 elements for even N and N+1 for odd N.
+ *
+ * Forward, tfmgDFTFwd_RToCCS_N_32f, ..._RToPack_..., ..._RToPerm_..., and with _64f: for k = 0 .. N/2
+ *
+ *   X[k] = s * sum over n = 0 .. N-1 of x[n] * exp(-2*pi*i*n*k/N)
+ *
+ *   pSrc  x, N elements, read only
+ *   pDst  X in the format of the name; every element of the format is written and nothing behind it, the two zeros of
+ *         CCS as +0.0 whatever the samples are
+ *   flag  scaling flag; gives s
+ *
+ * Inverse, tfmgDFTInv_CCSToR_N_32f, ..._PackToR_..., ..._PermToR_..., and with _64f: for n = 0 .. N-1
+ *
+ *   x[n] = s * sum over k = 0 .. N-1 of X[k] * exp(+2*pi*i*n*k/N), with X[N-k] = conj(X[k])
+ *
+ *   pSrc  X in the format of the name, read only; the zeros of CCS are not read, and may be anything
+ *   pDst  x, N elements
+ *   flag  scaling flag; gives s
+ *
+ * Both arrays may start at any address. They may be the same, with the same bits as separate arrays, given room for the
+ * longer of the two sides; other overlaps are not allowed. The three formats hold the same bits for the same samples,
+ * and give the same samples for the same spectrum.
+ *
+ * 32-bit transforms multiply by double constants, keep sums of such products in double and round once at their end. The
+ * scale of a forward transform may share that rounding, so that an element can differ in its last bit from the element
+ * under TFM_NO_DIV times s. Everywhere else it is exactly that product, rounded.
+ *
+ * The general entries take the length behind pDst: tfmgDFTFwd_RToCCS_32f(pSrc, pDst, len, flag).
+ *
+ * Statuses in order of precedence:
+ *   tfmStsBadSize  len is not 2 .. 64 (general entries only)
+ *   tfmStsNullPtr  pSrc or pDst is null
+ *   tfmStsBadFlag  flag is not 1, 2, 4 or 8 */
+TFMGEN_DFT_FAMILY(DFTFwd_RToCCS, 32f, Tfm32f)
+TFMGEN_DFT_FAMILY(DFTFwd_RToCCS, 64f, Tfm64f)
+TFMGEN_DFT_FAMILY(DFTFwd_RToPack, 32f, Tfm32f)
+TFMGEN_DFT_FAMILY(DFTFwd_RToPack, 64f, Tfm64f)
+TFMGEN_DFT_FAMILY(DFTFwd_RToPerm, 32f, Tfm32f)
+TFMGEN_DFT_FAMILY(DFTFwd_RToPerm, 64f, Tfm64f)
+TFMGEN_DFT_FAMILY(DFTInv_CCSToR, 32f, Tfm32f)
+TFMGEN_DFT_FAMILY(DFTInv_CCSToR, 64f, Tfm64f)
+TFMGEN_DFT_FAMILY(DFTInv_PackToR, 32f, Tfm32f)
+TFMGEN_DFT_FAMILY(DFTInv_PackToR, 64f, Tfm64f)
+TFMGEN_DFT_FAMILY(DFTInv_PermToR, 32f, Tfm32f)
+TFMGEN_DFT_FAMILY(DFTInv_PermToR, 64f, Tfm64f)
+
+/* ---- Hartley transform, lengths 2 to 64 -------------------------------------------------------------------------- */
+
+/* tfmgHartley_N_32f(pSrc, pDst, flag), ..._64f: for k = 0 .. N-1
+ *
+ *   H[k] = s * sum over n = 0 .. N-1 of x[n] * (cos(2*pi*n*k/N) + sin(2*pi*n*k/N))
+ *
+ *   pSrc  x, N elements, read only
+ *   pDst  H, N elements
+ *   flag  scaling flag; gives s. There is no direction: TFM_DIV_FWD_BY_N and TFM_DIV_INV_BY_N both divide by N
+ *
+ * The transform is its own inverse up to the factor N: twice with TFM_DIV_BY_SQRTN gives x back up to rounding. In terms
+ * of the real DFT, H[k] = R(k) - I(k) and H[N-k] = R(k) + I(k) up to rounding. Arrays, precision, general entries and
+ * statuses are as for the inverse real DFT. */
+TFMGEN_DFT_FAMILY(Hartley, 32f, Tfm32f)
+TFMGEN_DFT_FAMILY(Hartley, 64f, Tfm64f)
+
 #ifdef __cplusplus
 }
 #endif

@@ -1,5 +1,7 @@
 #include "real.hpp"
 
+#include <vector>
+
 namespace tfmgen::plan {
 
 namespace {
@@ -174,8 +176,8 @@ const std::vector<RealPlans> kRealPlans{
 
 } // namespace
 
-std::span<const RealPlans> realPlans() {
-  return kRealPlans;
+const RealPlans& realPlans(int length) {
+  return kRealPlans.at(static_cast<std::size_t>(length - 2));
 }
 
 } // namespace tfmgen::plan

@@ -3,8 +3,6 @@
 
 #include "plan.hpp"
 
-#include <span>
-
 namespace tfmgen::plan {
 
 // All three are plans of the analysis of real samples. The forward kernel is that analysis; the Hartley kernel ends in
@@ -16,10 +14,7 @@ struct RealPlans {
   PlanPtr inverse;
 };
 
-inline constexpr int kShortest = 2;
-inline constexpr int kLongest = 64;
-
-// Lengths kShortest .. kLongest in order.
-std::span<const RealPlans> realPlans();
+// Lengths 2 .. 64.
+const RealPlans& realPlans(int length);
 
 } // namespace tfmgen::plan

@@ -1,0 +1,45 @@
+#include "real.hpp"
+
+#include "graph/uses.hpp"
+
+#include <utility>
+
+namespace tfmgen::lower {
+
+namespace {
+
+using graph::Graph;
+using graph::Node;
+using graph::Op;
+using graph::Ref;
+using graph::Rounding;
+
+bool isCarried(const Graph& g, Ref r) {
+  return !r.isZero() && g.node(r).rounding == Rounding::carried;
+}
+
+// Whether the expression of an assigned value is double at its end.
+bool endsInProduct(const Graph& g, const Node& n) {
+  return n.op == Op::multiply || isCarried(g, n.left) || isCarried(g, n.right);
+}
+
+} // namespace
+
+RealKernel assignments(transform::RealKernel kernel, Transform transform) {
+  const Graph& g = kernel.graph;
+  const std::vector<int> uses = graph::countUses(g, kernel.results);
+  std::vector<bool> isPart(uses.size(), false);
+  for (std::size_t i = 0; i < uses.size(); ++i) {
+    isPart[i] = uses[i] == 1 && g.nodes()[i].rounding == Rounding::carried;
+  }
+  for (const Ref result : kernel.results) {
+    isPart[static_cast<std::size_t>(result.node())] = true;
+    const Ref value = g.node(result).left;
+    if (transform == Transform::forward && endsInProduct(g, g.node(value))) {
+      isPart[static_cast<std::size_t>(value.node())] = true;
+    }
+  }
+  return {std::move(kernel), std::move(isPart)};
+}
+
+} // namespace tfmgen::lower

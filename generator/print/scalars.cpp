@@ -1,0 +1,170 @@
+#include "scalars.hpp"
+
+#include "numbers.hpp"
+#include "schedule/schedule.hpp"
+
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+#include <set>
+
+namespace tfmgen::print {
+
+namespace {
+
+using graph::Graph;
+using graph::Node;
+using graph::Op;
+using graph::Ref;
+using graph::Rounding;
+
+// Half spectra are numbered R(0), R(1), I(1), R(2) and so on.
+std::string spectrumElement(int number) {
+  const int k = (number + 1) / 2;
+  const bool isReal = number == 0 || number % 2 == 1;
+  return (isReal ? "Spectrum::re(" : "Spectrum::im(") + std::to_string(k) + ")";
+}
+
+class Writer {
+public:
+  Writer(const lower::RealKernel& kernel, bool readsSpectrum, bool writesSpectrum)
+      : kernel_(kernel), graph_(kernel.body.graph), readsSpectrum_(readsSpectrum), writesSpectrum_(writesSpectrum) {}
+
+  void define(int index) {
+    const Node& n = graph_.nodes()[static_cast<std::size_t>(index)];
+    const bool isLoad = n.op == Op::load;
+    names_[index] = isLoad ? "x" + std::to_string(n.tag) : "t" + std::to_string(++values_);
+    if (isLoad) {
+      line("const T " + names_[index] + " = loadElement(x + " + element(readsSpectrum_, n.tag) + ")");
+    } else if (n.rounding == Rounding::carried) {
+      line("const double " + names_[index] + " = " + expression(n));
+    } else {
+      line("const T " + names_[index] + " = T(" + expression(n) + ")");
+    }
+  }
+
+  void store(int result) {
+    const Ref value = kernel_.body.results[static_cast<std::size_t>(result)];
+    const std::string scaled = expression(graph_.node(value));
+    line("storeElement(y + " + element(writesSpectrum_, result) + ", T(" +
+         (value.isNegative() ? "T(0) - " + scaled : scaled) + "))");
+  }
+
+  std::string text() {
+    if (writesSpectrum_) {
+      line("Spectrum::storeZeros(y)");
+    }
+    return text_;
+  }
+
+private:
+  void line(const std::string& statement) { text_ += "    " + statement + ";\n"; }
+
+  static std::string element(bool inSpectrum, int number) {
+    return inSpectrum ? spectrumElement(number) : std::to_string(number);
+  }
+
+  // A name, or the expression of a part. Only a sum needs brackets, and not where evaluation begins with it anyway.
+  [[nodiscard]] std::string operand(Ref r, bool isFirst) const {
+    const auto found = names_.find(r.node());
+    if (found != names_.end()) {
+      return found->second;
+    }
+    const Node& n = graph_.node(r);
+    const bool isSum = n.op == Op::add || n.op == Op::subtract;
+    return isSum && !isFirst ? "(" + expression(n) + ")" : expression(n);
+  }
+
+  [[nodiscard]] std::string expression(const Node& n) const {
+    switch (n.op) {
+    case Op::add: return operand(n.left, true) + " + " + operand(n.right, false);
+    case Op::subtract: return operand(n.left, true) + " - " + operand(n.right, false);
+    case Op::multiply: return factor(n) + " * " + operand(n.left, false);
+    case Op::scale: return operand(n.left, false) + " * s";
+    default: std::abort(); // a load has a name, and there are no lanes
+    }
+  }
+
+  // A doubling is exact in the sample type.
+  [[nodiscard]] std::string factor(const Node& n) const {
+    const number::Quad value = graph_.constant(n)[0];
+    return value == 2 ? "T(2)" : literal(value, Precision::twofold);
+  }
+
+  const lower::RealKernel& kernel_;
+  const Graph& graph_;
+  bool readsSpectrum_;
+  bool writesSpectrum_;
+  std::map<int, std::string> names_;
+  std::string text_;
+  int values_ = 0;
+};
+
+// The work of a kernel as the scheduler sees it: its named values, then its stores.
+struct Work {
+  std::vector<schedule::Task> tasks;
+  std::vector<int> nodes; // of the tasks that are no stores
+};
+
+Work work(const lower::RealKernel& kernel) {
+  const Graph& g = kernel.body.graph;
+  const std::vector<bool> needed = g.reachable(kernel.body.results);
+  std::map<int, int> taskOf;
+  const auto collect = [&](auto& self, Ref r, std::set<int>& operands) -> void {
+    if (r.isZero()) {
+      return;
+    }
+    if (const auto task = taskOf.find(r.node()); task != taskOf.end()) {
+      operands.insert(task->second);
+      return;
+    }
+    self(self, g.node(r).left, operands);
+    self(self, g.node(r).right, operands);
+  };
+  Work out;
+  const auto add = [&](Ref left, Ref right, bool hasResult) {
+    std::set<int> operands;
+    collect(collect, left, operands);
+    collect(collect, right, operands);
+    out.tasks.push_back({{operands.begin(), operands.end()}, hasResult, !hasResult});
+  };
+  for (std::size_t i = 0; i < needed.size(); ++i) {
+    if (needed[i] && !kernel.isPart[i]) {
+      add(g.nodes()[i].left, g.nodes()[i].right, true);
+      taskOf[static_cast<int>(i)] = static_cast<int>(out.nodes.size());
+      out.nodes.push_back(static_cast<int>(i));
+    }
+  }
+  for (const Ref result : kernel.body.results) {
+    add(g.node(result).left, {}, false);
+  }
+  return out;
+}
+
+// Stores wait for the last load: an element may overwrite one of the source.
+std::vector<int> loadsFirst(std::vector<int> order, const std::vector<schedule::Task>& tasks) {
+  const auto isLoad = [&](int task) { return tasks[static_cast<std::size_t>(task)].operands.empty(); };
+  const auto lastLoad = std::find_if(order.rbegin(), order.rend(), isLoad).base();
+  std::stable_partition(order.begin(), lastLoad,
+                        [&](int task) { return tasks[static_cast<std::size_t>(task)].hasResult; });
+  return order;
+}
+
+} // namespace
+
+std::string scalarStatements(const lower::RealKernel& kernel, bool readsSpectrum, bool writesSpectrum) {
+  constexpr int kRegisters = 14; // of 16: one for the scale, one for what is being computed
+  const Work w = work(kernel);
+  Writer writer(kernel, readsSpectrum, writesSpectrum);
+  for (const int task : loadsFirst(schedule::bestOrder(w.tasks, kRegisters), w.tasks)) {
+    const auto index = static_cast<std::size_t>(task);
+    if (index < w.nodes.size()) {
+      writer.define(w.nodes[index]);
+    } else {
+      writer.store(static_cast<int>(index - w.nodes.size()));
+    }
+  }
+  return writer.text();
+}
+
+} // namespace tfmgen::print
