@@ -1,0 +1,216 @@
+#include "complex.hpp"
+
+#include "number/modular.hpp"
+
+#include <cstdlib>
+
+namespace tfmgen::transform {
+
+namespace {
+
+Ref signedBy(Quad factor, Ref value) {
+  return factor < 0 ? -value : value;
+}
+
+// What is left of an exact zero behind a sum of roots.
+Quad cleared(Quad x) {
+  constexpr Quad kNoise = 1e-28;
+  return number::magnitude(x) < kNoise ? Quad{0} : x;
+}
+
+Values directTwo(Graph& g, const Values& z) {
+  return {add(g, z[0], z[1]), subtract(g, z[0], z[1])};
+}
+
+Values directFour(Graph& g, const Values& z, int sign) {
+  const Complex b = add(g, z[0], z[2]);
+  const Complex c = subtract(g, z[0], z[2]);
+  const Complex a = add(g, z[1], z[3]);
+  const Complex d = quarterTurns(subtract(g, z[1], z[3]), sign);
+  return {add(g, b, a), add(g, c, d), subtract(g, b, a), subtract(g, c, d)};
+}
+
+// An odd prime. Sums t[j] = z[j] + z[p-j] and differences e[j] = z[j] - z[p-j] halve the products:
+// X[k], X[p-k] = A[k] +- sign*i*B[k], A[k] = x[0] + sum of cos(2 pi j k / p) t[j], B[k] = sum of sin(..) e[j].
+Values directOdd(Graph& g, const Values& z, int sign) {
+  const std::size_t p = z.size();
+  const std::size_t half = (p - 1) / 2;
+  Values sums;
+  Values differences;
+  for (std::size_t j = 1; j <= half; ++j) {
+    sums.push_back(add(g, z[j], z[p - j]));
+    differences.push_back(subtract(g, z[j], z[p - j]));
+  }
+  Values out(p);
+  Complex total = sums[0];
+  for (std::size_t j = 1; j < half; ++j) {
+    total = add(g, total, sums[j]);
+  }
+  out[0] = add(g, z[0], total);
+
+  const auto part = [&](std::size_t k, Ref Complex::*which) -> Complex { // one part of A[k] and of B[k]
+    std::vector<graph::Term> cosines;
+    std::vector<graph::Term> sines;
+    for (std::size_t j = 1; j <= half; ++j) {
+      const auto [c, s] = number::root(static_cast<long>(j * k), static_cast<long>(p));
+      cosines.push_back({c, sums[j - 1].*which});
+      sines.push_back({s, differences[j - 1].*which});
+    }
+    cosines.insert(cosines.begin() + (cosines[0].factor > 0 ? 1 : 0), {1, z[0].*which});
+    const Ref a = g.sumOfProducts(cosines);
+    return {a, g.sumOfProducts(sines)};
+  };
+  for (std::size_t k = 1; k <= half; ++k) {
+    const auto [aRe, bRe] = part(k, &Complex::re);
+    const auto [aIm, bIm] = part(k, &Complex::im);
+    const Complex a{aRe, aIm};
+    const Complex turned = quarterTurns({bRe, bIm}, sign);
+    out[k] = add(g, a, turned);
+    out[p - k] = subtract(g, a, turned);
+  }
+  return out;
+}
+
+class Transform {
+public:
+  Transform(Graph& g, const Values& z, int sign) : g_(g), z_(z), sign_(sign) {}
+
+  Values operator()(const plan::Direct& form) const {
+    switch (form.length) {
+    case 1:
+      return z_;
+    case 2:
+      return directTwo(g_, z_);
+    default:
+      return directOdd(g_, z_, sign_);
+    }
+  }
+
+  // Decimation in time by 2 down to length 4.
+  Values operator()(const plan::PowerOfTwo& form) const {
+    if (form.length == 2) {
+      return directTwo(g_, z_);
+    }
+    if (form.length == 4) {
+      return directFour(g_, z_, sign_);
+    }
+    return (*this)(plan::CooleyTukey{plan::powerOfTwo(form.length / 2), plan::direct(2), plan::Merge::no});
+  }
+
+  Values operator()(const plan::GoodThomas& form) const { return twoFactors(form, 0); }
+  Values operator()(const plan::CooleyTukey& form) const { return twoFactors(form, sign_); }
+
+  // The bins of the permuted samples times their factors, back through a transform of the conjugate root. Sample 0 goes
+  // into bin 0, from where the way back adds it to every output.
+  Values operator()(const plan::Rader& form) const {
+    const int p = form.length;
+    Values permuted;
+    for (int i = 0; i < p - 1; ++i) {
+      permuted.push_back(z_[static_cast<std::size_t>(number::powerModulo(form.primitiveRoot, i, p))]);
+    }
+    Values bins = transformComplex(g_, *form.analysis, permuted, sign_);
+    Values out(z_.size());
+    out[0] = add(g_, z_[0], bins[0]);
+    const std::vector<number::Complex> factors = raderMultipliers(p, form.primitiveRoot, sign_);
+    for (std::size_t m = 0; m < bins.size(); ++m) {
+      bins[m] = multiply(g_, factors[m], bins[m]);
+    }
+    bins[0] = add(g_, z_[0], bins[0]);
+    const Values back = transformComplex(g_, *form.synthesis, bins, -sign_);
+    const int inverseRoot = number::inverseModulo(form.primitiveRoot, p);
+    for (int j = 0; j < p - 1; ++j) {
+      out[static_cast<std::size_t>(number::powerModulo(inverseRoot, j, p))] = back[static_cast<std::size_t>(j)];
+    }
+    return out;
+  }
+
+  Values operator()(const plan::ByData& form) const { return transformComplex(g_, *form.onComplex, z_, sign_); }
+
+  Values operator()(const plan::Pairs& /*form*/) const { std::abort(); } // real samples only
+  Values operator()(const plan::Chirp& /*form*/) const { std::abort(); } // needs lanes of its own
+
+private:
+  // `twiddleSign` is 0 where there are no twiddles.
+  template <class Form>
+  [[nodiscard]] Values twoFactors(const Form& form, int twiddleSign) const {
+    const int first = plan::length(*form.first);
+    const int second = plan::length(*form.second);
+    std::vector<Values> inner;
+    for (int r = 0; r < second; ++r) {
+      Values samples;
+      for (int m = 0; m < first; ++m) {
+        samples.push_back(z_[static_cast<std::size_t>(sampleIndex(form, first, second, r, m))]);
+      }
+      inner.push_back(transformComplex(g_, *form.first, samples, sign_));
+    }
+    Values out(z_.size());
+    for (int k1 = 0; k1 < first; ++k1) {
+      Values column;
+      for (int r = 0; r < second; ++r) {
+        const Complex& bin = inner[static_cast<std::size_t>(r)][static_cast<std::size_t>(k1)];
+        column.push_back(multiplyByRoot(g_, bin, static_cast<long>(twiddleSign) * r * k1, first * second));
+      }
+      const Values bins = transformComplex(g_, *form.second, column, sign_);
+      for (int k2 = 0; k2 < second; ++k2) {
+        out[static_cast<std::size_t>(binIndex(form, first, second, k1, k2))] = bins[static_cast<std::size_t>(k2)];
+      }
+    }
+    return out;
+  }
+
+  Graph& g_;
+  const Values& z_;
+  int sign_;
+};
+
+} // namespace
+
+Complex multiply(Graph& g, number::Complex factor, const Complex& z) {
+  const auto [c, s] = factor;
+  const Ref re = g.sumOfProducts({{{c, z.re}, {-s, z.im}}});
+  return {re, g.sumOfProducts({{{c, z.im}, {s, z.re}}})};
+}
+
+Complex multiplyByRoot(Graph& g, const Complex& z, long k, long n) {
+  k = number::modulo(k, n);
+  if (4 * k % n == 0) {
+    return quarterTurns(z, static_cast<int>(4 * k / n));
+  }
+  const number::Complex root = number::root(k, n);
+  if (8 * k % n != 0) {
+    return multiply(g, root, z);
+  }
+  const Ref re = g.subtract(signedBy(root.re, z.re), signedBy(root.im, z.im));
+  const Ref im = g.add(signedBy(root.re, z.im), signedBy(root.im, z.re));
+  const Quad c = number::cosine(1, 8);
+  return {g.multiply(c, re), g.multiply(c, im)};
+}
+
+Values transformComplex(Graph& g, const plan::Plan& plan, const Values& z, int sign) {
+  return std::visit(Transform(g, z, sign), plan.form);
+}
+
+std::vector<number::Complex> raderMultipliers(int p, int primitiveRoot, int sign) {
+  const int q = p - 1;
+  const int inverseRoot = number::inverseModulo(primitiveRoot, p);
+  std::vector<number::Complex> factors;
+  for (int m = 0; m < q; ++m) {
+    number::Complex sum{0, 0};
+    for (int i = 0; i < q; ++i) {
+      sum = sum + number::root(sign * number::powerModulo(inverseRoot, i, p), p) *
+                      number::root(static_cast<long>(sign) * i * m, q);
+    }
+    factors.push_back({cleared(sum.re) / q, cleared(sum.im) / q});
+  }
+  return factors;
+}
+
+int binIndex(const plan::GoodThomas& /*form*/, int first, int second, int k1, int k2) {
+  return number::chineseRemainder(k1, first, k2, second);
+}
+
+int binIndex(const plan::CooleyTukey& /*form*/, int first, int /*second*/, int k1, int k2) {
+  return k1 + first * k2;
+}
+
+} // namespace tfmgen::transform
