@@ -22,17 +22,17 @@ Values directTwo(Graph& g, const Values& z) {
   return {add(g, z[0], z[1]), subtract(g, z[0], z[1])};
 }
 
-Values directFour(Graph& g, const Values& z, int sign) {
+Values directFour(Graph& g, const Values& z, RootSign sign) {
   const Complex b = add(g, z[0], z[2]);
   const Complex c = subtract(g, z[0], z[2]);
   const Complex a = add(g, z[1], z[3]);
-  const Complex d = quarterTurns(subtract(g, z[1], z[3]), sign);
+  const Complex d = quarterTurns(subtract(g, z[1], z[3]), factor(sign));
   return {add(g, b, a), add(g, c, d), subtract(g, b, a), subtract(g, c, d)};
 }
 
 // An odd prime. Sums t[j] = z[j] + z[p-j] and differences e[j] = z[j] - z[p-j] halve the products:
 // X[k], X[p-k] = A[k] +- sign*i*B[k], A[k] = x[0] + sum of cos(2 pi j k / p) t[j], B[k] = sum of sin(..) e[j].
-Values directOdd(Graph& g, const Values& z, int sign) {
+Values directOdd(Graph& g, const Values& z, RootSign sign) {
   const std::size_t p = z.size();
   const std::size_t half = (p - 1) / 2;
   Values sums;
@@ -64,7 +64,7 @@ Values directOdd(Graph& g, const Values& z, int sign) {
     const auto [aRe, bRe] = part(k, &Complex::re);
     const auto [aIm, bIm] = part(k, &Complex::im);
     const Complex a{aRe, aIm};
-    const Complex turned = quarterTurns({bRe, bIm}, sign);
+    const Complex turned = quarterTurns({bRe, bIm}, factor(sign));
     out[k] = add(g, a, turned);
     out[p - k] = subtract(g, a, turned);
   }
@@ -73,7 +73,7 @@ Values directOdd(Graph& g, const Values& z, int sign) {
 
 class Transform {
 public:
-  Transform(Graph& g, const Values& z, int sign) : g_(g), z_(z), sign_(sign) {}
+  Transform(Graph& g, const Values& z, RootSign sign) : g_(g), z_(z), sign_(sign) {}
 
   Values operator()(const plan::Direct& form) const {
     switch (form.length) {
@@ -98,7 +98,7 @@ public:
   }
 
   Values operator()(const plan::GoodThomas& form) const { return twoFactors(form, 0); }
-  Values operator()(const plan::CooleyTukey& form) const { return twoFactors(form, sign_); }
+  Values operator()(const plan::CooleyTukey& form) const { return twoFactors(form, factor(sign_)); }
 
   // The bins of the permuted samples times their factors, back through a transform of the conjugate root. Sample 0 goes
   // into bin 0, from where the way back adds it to every output.
@@ -116,7 +116,7 @@ public:
       bins[m] = multiply(g_, factors[m], bins[m]);
     }
     bins[0] = add(g_, z_[0], bins[0]);
-    const Values back = transformComplex(g_, *form.synthesis, bins, -sign_);
+    const Values back = transformComplex(g_, *form.synthesis, bins, opposite(sign_));
     const int inverseRoot = number::inverseModulo(form.primitiveRoot, p);
     for (int j = 0; j < p - 1; ++j) {
       out[static_cast<std::size_t>(number::powerModulo(inverseRoot, j, p))] = back[static_cast<std::size_t>(j)];
@@ -160,7 +160,7 @@ private:
 
   Graph& g_;
   const Values& z_;
-  int sign_;
+  RootSign sign_;
 };
 
 } // namespace
@@ -186,19 +186,19 @@ Complex multiplyByRoot(Graph& g, const Complex& z, long k, long n) {
   return {g.multiply(c, re), g.multiply(c, im)};
 }
 
-Values transformComplex(Graph& g, const plan::Plan& plan, const Values& z, int sign) {
+Values transformComplex(Graph& g, const plan::Plan& plan, const Values& z, RootSign sign) {
   return std::visit(Transform(g, z, sign), plan.form);
 }
 
-std::vector<number::Complex> raderMultipliers(int p, int primitiveRoot, int sign) {
+std::vector<number::Complex> raderMultipliers(int p, int primitiveRoot, RootSign sign) {
   const int q = p - 1;
   const int inverseRoot = number::inverseModulo(primitiveRoot, p);
   std::vector<number::Complex> factors;
   for (int m = 0; m < q; ++m) {
     number::Complex sum{0, 0};
     for (int i = 0; i < q; ++i) {
-      sum = sum + number::root(sign * number::powerModulo(inverseRoot, i, p), p) *
-                      number::root(static_cast<long>(sign) * i * m, q);
+      sum = sum + number::root(factor(sign) * number::powerModulo(inverseRoot, i, p), p) *
+                      number::root(static_cast<long>(factor(sign)) * i * m, q);
     }
     factors.push_back({cleared(sum.re) / q, cleared(sum.im) / q});
   }

@@ -7,6 +7,7 @@
 #include "graph/graph.hpp"
 #include "number/roots.hpp"
 #include "plan/plan.hpp"
+#include "root_sign.hpp"
 
 #include <vector>
 
@@ -54,13 +55,14 @@ Complex multiply(Graph& g, number::Complex factor, const Complex& z);
 // them; a general product else.
 Complex multiplyByRoot(Graph& g, const Complex& z, long k, long n);
 
-// All bins of z, sign = -1 forward, +1 inverse. Plans of Direct, PowerOfTwo, GoodThomas, CooleyTukey and Rader; Rader
+// All bins of z. Plans of Direct, PowerOfTwo, GoodThomas, CooleyTukey and Rader; Rader
 // takes `synthesis` as the plan of the way back.
-Values transformComplex(Graph& g, const plan::Plan& plan, const Values& z, int sign);
+Values transformComplex(Graph& g, const plan::Plan& plan, const Values& z, RootSign sign);
 
 // The factors C[m], m = 0 .. p-2, of the spectrum of the permuted samples in Rader's algorithm, with the 1/(p-1) of the
-// way back in them: C[m] = 1/(p-1) * sum over i of exp(sign*2*pi*i*g^-i/p) * exp(sign*2*pi*i*i*m/(p-1)).
-std::vector<number::Complex> raderMultipliers(int p, int primitiveRoot, int sign);
+// way back in them; with w(n) = exp(sign*2*pi*i/n) it is
+//   C[m] = 1/(p-1) * sum over j of w(p)^(g^-j) * w(p-1)^(j*m).
+std::vector<number::Complex> raderMultipliers(int p, int primitiveRoot, RootSign sign);
 
 // ---- Index maps of the two-factor plans; `first` inner transforms lie within, `second` across
 
