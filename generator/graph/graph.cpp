@@ -98,7 +98,13 @@ Ref Graph::scale(Ref a) {
 }
 
 Ref Graph::shuffle(Ref a, Ref b, int selector) {
-  return a.isZero() && b.isZero() ? Ref{} : intern(Op::shuffle, Rounding::assigned, a, b, selector);
+  if (a.isZero() && b.isZero()) {
+    return {};
+  }
+  if ((a.isZero() || a.isNegative()) && (b.isZero() || b.isNegative())) {
+    return -shuffle(-a, -b, selector);
+  }
+  return intern(Op::shuffle, Rounding::assigned, a, b, selector);
 }
 
 Ref Graph::rotate(Ref a) {

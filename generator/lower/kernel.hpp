@@ -18,6 +18,7 @@ struct Access {
   Width width;
   int first;
   int second = 0;
+  constexpr bool operator==(const Access&) const = default;
 };
 
 struct Store {

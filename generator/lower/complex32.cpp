@@ -1,0 +1,55 @@
+#include "complex32.hpp"
+
+#include "split_memory.hpp"
+#include "split_transform.hpp"
+
+namespace tfmgen::lower {
+
+namespace {
+
+// Lanes run over adjacent elements where the subsequences of a plan have a stride, and over elements far apart where an
+// index map scatters them.
+Grouping groupingOf(const plan::Plan& plan) {
+  const bool isAdjacent =
+      std::holds_alternative<plan::CooleyTukey>(plan.form) || std::holds_alternative<plan::Chirp>(plan.form);
+  return isAdjacent ? Grouping::pairs : Grouping::singles;
+}
+
+// Where the two halves of a spectrum have an odd length, their last and first bin meet in one pair.
+int partedPair(const plan::Plan& plan) {
+  const auto* form = std::get_if<plan::CooleyTukey>(&plan.form);
+  const bool isHalved = form != nullptr && plan::length(*form->second) == 2;
+  return isHalved && plan::length(*form->first) % 2 != 0 ? plan::length(*form->first) - 1 : -1;
+}
+
+} // namespace
+
+Kernel complex32(const plan::Plan& plan, transform::RootSign sign) {
+  Kernel kernel;
+  graph::Graph& g = kernel.graph;
+  const int n = plan::length(plan);
+  const Grouping grouping = groupingOf(plan);
+  SplitLoads loads(kernel, n, grouping);
+  SplitStores stores(kernel, grouping);
+  const Source source = [&](std::span<const int> elements) { return loads.lanes(elements); };
+
+  RaderBins out;
+  if (const auto* rader = std::get_if<plan::Rader>(&plan.form)) {
+    out = transformRader(g, *rader, source, loads.interleaved(0), sign);
+  } else if (const auto* chirp = std::get_if<plan::Chirp>(&plan.form)) {
+    out.bins = transformChirp(g, *chirp, source, sign);
+  } else {
+    out.bins = transformLanes(g, plan, source, sign);
+  }
+  kernel.lastStep = static_cast<int>(g.nodes().size());
+  if (!out.first.isZero()) {
+    stores.put(out.first, {0});
+  }
+  for (const Packed& bins : out.bins) {
+    stores.put(bins);
+  }
+  stores.finish(n, partedPair(plan));
+  return kernel;
+}
+
+} // namespace tfmgen::lower
