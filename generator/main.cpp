@@ -3,8 +3,11 @@
 //   tfmgen-generator complex64 DIRECTORY COUNT   writes COUNT files complex64_0.cpp, complex64_1.cpp, ...
 //   tfmgen-generator real DIRECTORY COUNT        the same with files real_0.cpp, ...
 //   tfmgen-generator --counts                    name,multiplications,additions,shuffles,rotations, a line a kernel
+#include "lower/complex32.hpp"
 #include "lower/complex64.hpp"
 #include "lower/real.hpp"
+#include "lower/signs.hpp"
+#include "plan/complex32.hpp"
 #include "plan/complex64.hpp"
 #include "plan/real.hpp"
 #include "print/complex.hpp"
@@ -29,6 +32,17 @@ std::vector<print::ComplexKernel> complex64Kernels() {
     for (int n = kFirstLength; n <= kLastLength; ++n) {
       const plan::PlanPtr plan = plan::complex64(n);
       kernels.push_back({lower::complex64(*plan, sign), sign, n, 64, plan::describe(*plan)});
+    }
+  }
+  return kernels;
+}
+
+std::vector<print::ComplexKernel> complex32Kernels() {
+  std::vector<print::ComplexKernel> kernels;
+  for (const auto sign : {transform::RootSign::forward, transform::RootSign::inverse}) {
+    for (int n = 6; n <= kLastLength; ++n) {
+      const plan::PlanPtr plan = plan::complex32(n);
+      kernels.push_back({lower::withSettledSigns(lower::complex32(*plan, sign)), sign, n, 32, plan::describe(*plan)});
     }
   }
   return kernels;
@@ -74,6 +88,10 @@ void writeReal(const std::string& directory, int count) {
     pieces.push_back(print::realPiece(k.kernel, k.transform, k.length, k.plan));
   }
   print::writeFiles(directory, "real", count, print::realPreamble(), pieces);
+void writeComplex32(const std::string& directory, int count) {
+  for (const print::ComplexKernel& k : complex32Kernels()) {
+    pieces.push_back(print::complexPiece(k, print::Bodies::inTwoFunctions));
+  print::writeFiles(directory, "complex32", count, print::complexPreamble(), pieces);
 }
 
 void printCounts() {
@@ -96,6 +114,8 @@ int run(const std::vector<std::string>& arguments) {
   }
   const std::map<std::string, void (*)(const std::string&, int)> families{{"complex64", writeComplex64},
                                                                           {"real", writeReal}};
+  const std::map<std::string, void (*)(const std::string&, int)> families{{"complex32", writeComplex32},
+                                                                          {"complex64", writeComplex64}};
   if (arguments.size() == 3 && families.contains(arguments[0])) {
     families.at(arguments[0])(arguments[1], std::stoi(arguments[2]));
     return 0;

@@ -114,6 +114,10 @@ Ref Graph::rotate(Ref a) {
   return a.isNegative() ? -rotate(-a) : intern(Op::rotate, Rounding::assigned, a, {}, 0);
 }
 
+Ref Graph::appendProduct(const Lanes& factors, bool isNegated, Ref a, Rounding rounding) {
+  return intern(Op::multiply, rounding, a, {}, internConstant(isNegated ? negated(factors) : factors));
+}
+
 Ref Graph::sum(std::span<const Ref> values) {
   Ref total;
   for (const Ref value : values) {
@@ -175,6 +179,7 @@ Counts count(const Graph& g, std::span<const Ref> outputs) {
     case Op::subtract: ++counts.additions; break;
     case Op::shuffle: ++counts.shuffles; break;
     case Op::rotate: ++counts.rotations; break;
+    case Op::negate: ++counts.negations; break;
     case Op::load: break;
     }
   }

@@ -42,6 +42,7 @@ enum class Op {
   scale,    // left * the scale of the call
   shuffle,  // lanes of left and right, chosen by tag
   rotate,   // i * left, where the two lanes are the parts of a complex number
+  negate,   // -left, where a minus finds no arithmetic to go into
 };
 
 // Where a value is rounded to the sample type when constants are held in double precision: a carried value is part of a
@@ -76,6 +77,10 @@ public:
   Ref shuffle(Ref a, Ref b, int selector);
   Ref rotate(Ref a);
 
+  // A node as it stands, or the one that is equal to it: without the rules above that move signs.
+  Ref append(const Node& node) { return intern(node.op, node.rounding, node.left, node.right, node.tag); }
+  Ref appendProduct(const Lanes& factors, bool isNegated, Ref a, Rounding rounding);
+
   // a + b + c + ... from left to right.
   Ref sum(std::span<const Ref> values);
   // The sum of factor * value from left to right as one expression with a single rounding at its end. A term of factor
@@ -106,6 +111,7 @@ struct Counts {
   int additions = 0;       // subtractions included
   int shuffles = 0;
   int rotations = 0;
+  int negations = 0;
   constexpr bool operator==(const Counts&) const = default;
 };
 

@@ -64,7 +64,8 @@ std::vector<Ref> transpose(Graph& g, const Graph& forward, int inputs, std::span
     }
     case Op::scale:
     case Op::shuffle:
-    case Op::rotate: std::abort(); // only plain real arithmetic is transposed
+    case Op::rotate:
+    case Op::negate: std::abort(); // only plain real arithmetic is transposed
     }
   }
   return result;

@@ -1,6 +1,7 @@
 // Registers of four lanes, and moves between their lanes.
 #pragma once
 
+#include "lane_moves.hpp"
 #include "transform/complex.hpp"
 
 #include <map>
@@ -15,14 +16,6 @@ using graph::Ref;
 using transform::Complex;
 
 constexpr std::size_t kLanes = 4;
-
-// The tag of a shuffle: two lanes of its left register, then two of its right one.
-constexpr int selector(int left0, int left1, int right0, int right1) {
-  return left0 | left1 << 2 | right0 << 4 | right1 << 6;
-}
-// Tags beside these: the lower or the upper lanes of both registers in turn.
-constexpr int kUnpackLow = 256;
-constexpr int kUnpackHigh = 257;
 
 struct Lane {
   Ref value;

@@ -1,5 +1,6 @@
 #include "vectors.hpp"
 
+#include "lower/lane_moves.hpp"
 #include "schedule/schedule.hpp"
 
 #include <cstdlib>
@@ -59,10 +60,23 @@ private:
     case Op::multiply: return constant(kernel_.graph.constant(node)) + " * " + name(node.left);
     case Op::scale: return "s * " + name(node.left);
     case Op::rotate: return "timesI(" + name(node.left) + ")";
-    case Op::shuffle:
-      return "shuffle<" + std::to_string(node.tag) + ">(" + name(node.left) + ", " + name(node.right) + ")";
+    case Op::negate: return "-" + name(node.left);
+    case Op::shuffle: return shuffle(node);
     }
     std::abort();
+  }
+
+  [[nodiscard]] std::string shuffle(const Node& node) const {
+    const std::string operands = name(node.left) + ", " + name(node.right) + ")";
+    if (node.tag == lower::kUnpackLow || node.tag == lower::kUnpackHigh) {
+      return (node.tag == lower::kUnpackLow ? "unpackLow(" : "unpackHigh(") + operands;
+    }
+    std::string lanes;
+    for (int i = 0; i < 4; ++i) {
+      lanes += (i == 0 ? "" : ", ") + std::to_string(lower::selected(node.tag, i));
+    }
+    return node.left == node.right ? "permute<" + lanes + ">(" + name(node.left) + ")"
+                                   : "shuffle<" + lanes + ">(" + operands;
   }
 
   std::string constant(const graph::Lanes& lanes) {

@@ -77,12 +77,9 @@ public:
 
   Values operator()(const plan::Direct& form) const {
     switch (form.length) {
-    case 1:
-      return z_;
-    case 2:
-      return directTwo(g_, z_);
-    default:
-      return directOdd(g_, z_, sign_);
+    case 1: return z_;
+    case 2: return directTwo(g_, z_);
+    default: return directOdd(g_, z_, sign_);
     }
   }
 

@@ -37,14 +37,10 @@ inline Complex subtract(Graph& g, const Complex& a, const Complex& b) {
 // i^turns * z: an exchange of the parts and a sign.
 constexpr Complex quarterTurns(const Complex& z, int turns) {
   switch (turns & 3) {
-  case 1:
-    return {-z.im, z.re};
-  case 2:
-    return -z;
-  case 3:
-    return {z.im, -z.re};
-  default:
-    return z;
+  case 1: return {-z.im, z.re};
+  case 2: return -z;
+  case 3: return {z.im, -z.re};
+  default: return z;
   }
 }
 
