@@ -131,6 +131,8 @@ TFMGEN_API const TfmLibVersion* tfmgenGetLibVersion(void);
  *   tfmStsBadSize  len is not 2 .. 64 (general entries only)
  *   tfmStsNullPtr  pSrc or pDst is null
  *   tfmStsBadFlag  flag is not 1, 2, 4 or 8 */
+TFMGEN_DFT_FAMILY(DFTFwd_CToC, 32fc, Tfm32fc)
+TFMGEN_DFT_FAMILY(DFTInv_CToC, 32fc, Tfm32fc)
 TFMGEN_DFT_FAMILY(DFTFwd_CToC, 64fc, Tfm64fc)
 TFMGEN_DFT_FAMILY(DFTInv_CToC, 64fc, Tfm64fc)
 

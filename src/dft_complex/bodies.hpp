@@ -2,6 +2,7 @@
 #pragma once
 
 #include "frame/enter.hpp"
+#include "kernel/four_lanes.hpp"
 #include "kernel/lanes.hpp"
 
 namespace tfmgen {
