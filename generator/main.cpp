@@ -1,6 +1,7 @@
 // tfmgen-generator: writes the straight-line kernels of a family as C++ text, or prints what they cost.
 //
-//   tfmgen-generator complex64 DIRECTORY COUNT   writes COUNT files complex64_0.cpp, complex64_1.cpp, ...
+//   tfmgen-generator complex32 DIRECTORY COUNT   writes COUNT files complex32_0.cpp, complex32_1.cpp, ...
+//   tfmgen-generator complex64 DIRECTORY COUNT   the same with files complex64_0.cpp, ...
 //   tfmgen-generator real DIRECTORY COUNT        the same with files real_0.cpp, ...
 //   tfmgen-generator --counts                    name,multiplications,additions,shuffles,rotations, a line a kernel
 #include "lower/complex32.hpp"
@@ -26,39 +27,55 @@ using namespace tfmgen;
 constexpr int kFirstLength = 2;
 constexpr int kLastLength = 64;
 
-std::vector<print::ComplexKernel> complex64Kernels() {
-  std::vector<print::ComplexKernel> kernels;
-  for (const auto sign : {transform::RootSign::forward, transform::RootSign::inverse}) {
-    for (int n = kFirstLength; n <= kLastLength; ++n) {
-      const plan::PlanPtr plan = plan::complex64(n);
-      kernels.push_back({lower::complex64(*plan, sign), sign, n, 64, plan::describe(*plan)});
-    }
+// Short kernels of 32-bit samples move single numbers, so alignment does not matter to them.
+print::ComplexKernel complex32Kernel(int length, transform::RootSign sign) {
+  constexpr int kLastScalarLength = 5;
+  const plan::PlanPtr plan = plan::complex32(length);
+  const std::string text = plan::describe(*plan);
+  if (length <= kLastScalarLength) {
+    return {lower::complexScalars(*plan, sign), sign, length, 32, text, print::Bodies::one};
   }
-  return kernels;
-}
-
-std::vector<print::ComplexKernel> complex32Kernels() {
-  std::vector<print::ComplexKernel> kernels;
-  for (const auto sign : {transform::RootSign::forward, transform::RootSign::inverse}) {
-    for (int n = 6; n <= kLastLength; ++n) {
-      const plan::PlanPtr plan = plan::complex32(n);
-      kernels.push_back({lower::withSettledSigns(lower::complex32(*plan, sign)), sign, n, 32, plan::describe(*plan)});
-    }
-  }
-  return kernels;
+  return {
+      lower::withSettledSigns(lower::complex32(*plan, sign)), sign, length, 32, text, print::Bodies::inTwoFunctions};
 }
 
 // Short kernels hold both bodies in one function: a second function would be longer than what it saves.
-print::Bodies bodies64(int length) {
-  return length <= 4 ? print::Bodies::inOneFunction : print::Bodies::inTwoFunctions;
+print::ComplexKernel complex64Kernel(int length, transform::RootSign sign) {
+  const plan::PlanPtr plan = plan::complex64(length);
+  return {lower::complex64(*plan, sign),
+          sign,
+          length,
+          64,
+          plan::describe(*plan),
+          length <= 4 ? print::Bodies::inOneFunction : print::Bodies::inTwoFunctions};
+}
+
+using MakeComplex = print::ComplexKernel(int length, transform::RootSign sign);
+
+std::vector<print::ComplexKernel> complexKernels(MakeComplex& make) {
+  std::vector<print::ComplexKernel> kernels;
+  for (const auto sign : {transform::RootSign::forward, transform::RootSign::inverse}) {
+    for (int n = kFirstLength; n <= kLastLength; ++n) {
+      kernels.push_back(make(n, sign));
+    }
+  }
+  return kernels;
+}
+
+void writeComplex(const std::string& name, MakeComplex& make, const std::string& directory, int count) {
+  std::vector<print::Piece> pieces;
+  for (const print::ComplexKernel& k : complexKernels(make)) {
+    pieces.push_back(print::complexPiece(k));
+  }
+  print::writeFiles(directory, name, count, print::complexPreamble(), pieces);
+}
+
+void writeComplex32(const std::string& directory, int count) {
+  writeComplex("complex32", complex32Kernel, directory, count);
 }
 
 void writeComplex64(const std::string& directory, int count) {
-  std::vector<print::Piece> pieces;
-  for (const print::ComplexKernel& k : complex64Kernels()) {
-    pieces.push_back(print::complexPiece(k, bodies64(k.length)));
-  }
-  print::writeFiles(directory, "complex64", count, print::complexPreamble(), pieces);
+  writeComplex("complex64", complex64Kernel, directory, count);
 }
 
 struct RealKernel {
@@ -88,22 +105,21 @@ void writeReal(const std::string& directory, int count) {
     pieces.push_back(print::realPiece(k.kernel, k.transform, k.length, k.plan));
   }
   print::writeFiles(directory, "real", count, print::realPreamble(), pieces);
-void writeComplex32(const std::string& directory, int count) {
-  for (const print::ComplexKernel& k : complex32Kernels()) {
-    pieces.push_back(print::complexPiece(k, print::Bodies::inTwoFunctions));
-  print::writeFiles(directory, "complex32", count, print::complexPreamble(), pieces);
+}
+
+void printCounts(const std::string& name, const graph::Counts& c) {
+  std::cout << name << ',' << c.multiplications << ',' << c.additions << ',' << c.shuffles << ',' << c.rotations
+            << '\n';
 }
 
 void printCounts() {
-  for (const print::ComplexKernel& k : complex64Kernels()) {
-    const std::vector<graph::Ref> outputs = k.kernel.outputs();
-    const graph::Counts c = graph::count(k.kernel.graph, outputs);
-    std::cout << print::kernelName(k) << ',' << c.multiplications << ',' << c.additions << ',' << c.shuffles << ','
-              << c.rotations << '\n';
+  for (MakeComplex* const make : {complex32Kernel, complex64Kernel}) {
+    for (const print::ComplexKernel& k : complexKernels(*make)) {
+      printCounts(print::kernelName(k), print::counts(k));
+    }
   }
   for (const RealKernel& k : realKernels()) {
-    const graph::Counts c = transform::count(k.kernel.body);
-    std::cout << print::kernelName(k.transform, k.length) << ',' << c.multiplications << ',' << c.additions << ",0,0\n";
+    printCounts(print::kernelName(k.transform, k.length), transform::count(k.kernel.body));
   }
 }
 
@@ -112,10 +128,8 @@ int run(const std::vector<std::string>& arguments) {
     printCounts();
     return 0;
   }
-  const std::map<std::string, void (*)(const std::string&, int)> families{{"complex64", writeComplex64},
-                                                                          {"real", writeReal}};
-  const std::map<std::string, void (*)(const std::string&, int)> families{{"complex32", writeComplex32},
-                                                                          {"complex64", writeComplex64}};
+  const std::map<std::string, void (*)(const std::string&, int)> families{
+      {"complex32", writeComplex32}, {"complex64", writeComplex64}, {"real", writeReal}};
   if (arguments.size() == 3 && families.contains(arguments[0])) {
     families.at(arguments[0])(arguments[1], std::stoi(arguments[2]));
     return 0;

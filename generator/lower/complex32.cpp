@@ -3,6 +3,8 @@
 #include "split_memory.hpp"
 #include "split_transform.hpp"
 
+#include <utility>
+
 namespace tfmgen::lower {
 
 namespace {
@@ -23,6 +25,21 @@ int partedPair(const plan::Plan& plan) {
 }
 
 } // namespace
+
+RealKernel complexScalars(const plan::Plan& plan, transform::RootSign sign) {
+  transform::RealKernel kernel;
+  graph::Graph& g = kernel.graph;
+  transform::Values samples;
+  for (int i = 0; i < plan::length(plan); ++i) {
+    const Ref re = g.load(2 * i);
+    samples.push_back({re, g.load(2 * i + 1)});
+  }
+  for (const Complex& bin : transformComplex(g, plan, samples, sign)) {
+    kernel.results.push_back(g.scale(bin.re));
+    kernel.results.push_back(g.scale(bin.im));
+  }
+  return assignments(std::move(kernel), Transform::inverse); // the scale is a step of its own
+}
 
 Kernel complex32(const plan::Plan& plan, transform::RootSign sign) {
   Kernel kernel;

@@ -3,11 +3,16 @@
 
 #include "kernel.hpp"
 #include "plan/plan.hpp"
+#include "real.hpp"
 #include "transform/root_sign.hpp"
 
 namespace tfmgen::lower {
 
-// Lengths from 6 on.
+// The parts of all elements one by one, constants in double: sample 2*n is the real part of element n, 2*n + 1 the
+// imaginary part. For lengths that would leave most lanes empty.
+RealKernel complexScalars(const plan::Plan& plan, transform::RootSign sign);
+
+// Plans of two factors at least.
 Kernel complex32(const plan::Plan& plan, transform::RootSign sign);
 
 } // namespace tfmgen::lower

@@ -1,5 +1,6 @@
 #include "complex.hpp"
 
+#include "scalars.hpp"
 #include "vectors.hpp"
 
 #include <sstream>
@@ -20,6 +21,32 @@ VectorType vectorType(const ComplexKernel& k) {
   return k.sampleBits == 32 ? VectorType{Precision::single, 4} : VectorType{Precision::twofold, 2};
 }
 
+// The function `run` of a kernel.
+std::string runText(const ComplexKernel& k) {
+  std::ostringstream text;
+  if (const auto* vectors = std::get_if<lower::Kernel>(&k.kernel)) {
+    const char* real = k.sampleBits == 32 ? "Tfm32f" : "Tfm64f";
+    text << "  template <class Access>\n"
+         << "  [[gnu::always_inline]] static inline void run(const " << real << "* x, " << real << "* y, V s) {\n"
+         << vectorStatements(*vectors, vectorType(k), vectorOrder(*vectors));
+  } else {
+    text << "  template <class T>\n"
+         << "  [[gnu::always_inline]] static inline void run(const T* x, T* y, T s) {\n"
+         << scalarStatements(std::get<lower::RealKernel>(k.kernel), false, false);
+  }
+  text << "  }\n";
+  return text.str();
+}
+
+const char* entryBody(Bodies bodies) {
+  switch (bodies) {
+  case Bodies::one: return "oneBody";
+  case Bodies::inOneFunction: return "bodiesInOneFunction";
+  case Bodies::inTwoFunctions: break;
+  }
+  return "bodiesInTwoFunctions";
+}
+
 } // namespace
 
 std::string kernelName(const ComplexKernel& k) {
@@ -28,27 +55,29 @@ std::string kernelName(const ComplexKernel& k) {
   return name.str();
 }
 
-Piece complexPiece(const ComplexKernel& k, Bodies bodies) {
-  const std::vector<graph::Ref> outputs = k.kernel.outputs();
-  const graph::Counts counts = graph::count(k.kernel.graph, outputs);
+graph::Counts counts(const ComplexKernel& k) {
+  if (const auto* vectors = std::get_if<lower::Kernel>(&k.kernel)) {
+    return graph::count(vectors->graph, vectors->outputs());
+  }
+  return transform::count(std::get<lower::RealKernel>(k.kernel).body);
+}
+
+Piece complexPiece(const ComplexKernel& k) {
+  const graph::Counts c = counts(k);
   const std::string name = kernelName(k);
   const std::string sample = sampleType(k);
-  const char* real = k.sampleBits == 32 ? "Tfm32f" : "Tfm64f";
 
   std::ostringstream text;
   text << "\nnamespace tfmgen {\nnamespace {\n\n// Length " << k.length << (isForward(k) ? ", forward" : ", inverse")
-       << ", plan " << k.plan << ": " << counts.multiplications << " multiplications, " << counts.additions
-       << " additions, " << counts.shuffles << " shuffles, " << counts.rotations << " rotations.\n"
+       << ", plan " << k.plan << ": " << c.multiplications << " multiplications, " << c.additions << " additions, "
+       << c.shuffles << " shuffles, " << c.rotations << " rotations.\n"
        << "struct " << name << " : Complex<" << sample << ", " << k.length
        << ", Direction::" << (isForward(k) ? "forward" : "inverse") << "> {\n"
-       << "  template <class Access>\n"
-       << "  [[gnu::always_inline]] static inline void run(const " << real << "* x, " << real << "* y, V s) {\n"
-       << vectorStatements(k.kernel, vectorType(k), vectorOrder(k.kernel)) << "  }\n};\n\n"
+       << runText(k) << "};\n\n"
        << "} // namespace\n} // namespace tfmgen\n\n"
        << "TfmStatus tfmg" << name << "(const " << sample << "* pSrc, " << sample << "* pDst, int32_t flag) {\n"
-       << "  return tfmgen::" << (bodies == Bodies::inOneFunction ? "bodiesInOneFunction" : "bodiesInTwoFunctions")
-       << "<tfmgen::" << name << ">(pSrc, pDst, flag);\n}\n";
-  return {text.str(), counts.multiplications + counts.additions + counts.shuffles + counts.rotations};
+       << "  return tfmgen::" << entryBody(k.bodies) << "<tfmgen::" << name << ">(pSrc, pDst, flag);\n}\n";
+  return {text.str(), c.multiplications + c.additions + c.shuffles + c.rotations};
 }
 
 std::string complexPreamble() {

@@ -19,7 +19,8 @@ struct RealOf<Tfm64fc> {
 };
 
 // The base of a kernel. A kernel adds `template <class Access> static void run(const Real* x, Real* y, V s)`: the whole
-// transform of x into y, all loads before the first store, each output multiplied by s last.
+// transform of x into y, all loads before the first store, each output multiplied by s last. A kernel on scalars adds
+// `template <class T> static void run(const T* x, T* y, T s)`.
 template <class SampleType, int n, Direction transformDirection>
 struct Complex {
   using Sample = SampleType;
@@ -37,6 +38,17 @@ template <class Kernel, class Access>
       src, dst, flag, [&](Real scale) __attribute__((always_inline)) {
         Kernel::template run<Access>(reinterpret_cast<const Real*>(src), reinterpret_cast<Real*>(dst),
                                      Lanes<Real>::broadcast(scale));
+      });
+}
+
+// A kernel on scalars, which any address suits.
+template <class Kernel>
+[[gnu::always_inline]] inline TfmStatus oneBody(const typename Kernel::Sample* src, typename Kernel::Sample* dst,
+                                                std::int32_t flag) {
+  using Real = typename Kernel::Real;
+  return enter<Real, Kernel::length, Kernel::direction>(
+      src, dst, flag, [&](Real scale) __attribute__((always_inline)) {
+        Kernel::run(reinterpret_cast<const Real*>(src), reinterpret_cast<Real*>(dst), scale);
       });
 }
 
