@@ -31,6 +31,20 @@ inline constexpr std::size_t kRealBytes = std::is_floating_point_v<Sample> ? siz
 const std::vector<Family> kFamilies = {
     TFMGEN_TEST_FAMILY(DFTFwd_CToC, 64fc, Tfm64fc, complexForward, plain),
     TFMGEN_TEST_FAMILY(DFTInv_CToC, 64fc, Tfm64fc, complexInverse, plain),
+    TFMGEN_TEST_FAMILY(DFTFwd_RToCCS, 32f, Tfm32f, realForward, ccs),
+    TFMGEN_TEST_FAMILY(DFTFwd_RToCCS, 64f, Tfm64f, realForward, ccs),
+    TFMGEN_TEST_FAMILY(DFTFwd_RToPack, 32f, Tfm32f, realForward, pack),
+    TFMGEN_TEST_FAMILY(DFTFwd_RToPack, 64f, Tfm64f, realForward, pack),
+    TFMGEN_TEST_FAMILY(DFTFwd_RToPerm, 32f, Tfm32f, realForward, perm),
+    TFMGEN_TEST_FAMILY(DFTFwd_RToPerm, 64f, Tfm64f, realForward, perm),
+    TFMGEN_TEST_FAMILY(DFTInv_CCSToR, 32f, Tfm32f, realInverse, ccs),
+    TFMGEN_TEST_FAMILY(DFTInv_CCSToR, 64f, Tfm64f, realInverse, ccs),
+    TFMGEN_TEST_FAMILY(DFTInv_PackToR, 32f, Tfm32f, realInverse, pack),
+    TFMGEN_TEST_FAMILY(DFTInv_PackToR, 64f, Tfm64f, realInverse, pack),
+    TFMGEN_TEST_FAMILY(DFTInv_PermToR, 32f, Tfm32f, realInverse, perm),
+    TFMGEN_TEST_FAMILY(DFTInv_PermToR, 64f, Tfm64f, realInverse, perm),
+    TFMGEN_TEST_FAMILY(Hartley, 32f, Tfm32f, hartley, plain),
+    TFMGEN_TEST_FAMILY(Hartley, 64f, Tfm64f, hartley, plain),
 };
 
 // 32-bit forward real kernels of these lengths have outputs that end in a product by a constant.
