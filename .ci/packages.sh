@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Debian packages that building, testing and the demo need. Sourced by the scripts of the top folder.
 packages=(cmake ninja-build g++ clang binutils python3 pkg-config libgtest-dev libsndfile1-dev libpng-dev)
 
