@@ -29,8 +29,9 @@ bool parse(int argc, char** argv, Options& options) {
   for (int i = 1; i < argc; ++i) {
     const std::string argument = argv[i];
     const std::string value = argument.substr(argument.find('=') + 1);
-    if (argument.starts_with("--rounds=") && std::atoll(value.c_str()) > 0) {
-      options.rounds = std::atoll(value.c_str());
+    const std::int64_t number = std::strtoll(value.c_str(), nullptr, 10);
+    if (argument.starts_with("--rounds=") && number > 0) {
+      options.rounds = number;
     } else if (argument.starts_with("--csv=")) {
       options.csv = value;
     } else if (argument.starts_with("--marks=")) {

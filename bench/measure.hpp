@@ -30,7 +30,7 @@ public:
   Contest(Family family, int n);
 
   void round(const CoreCycles& counter); // one block of every routine
-  Case result() const;
+  [[nodiscard]] Case result() const;
 
 private:
   struct Entrant {
@@ -40,8 +40,8 @@ private:
     double cycles;
   };
 
-  bool isRight(const Routine& routine) const;
-  std::int64_t callsOfBlock(const Routine& routine) const;
+  [[nodiscard]] bool isRight(const Routine& routine) const;
+  [[nodiscard]] std::int64_t callsOfBlock(const Routine& routine) const;
 
   Family family_;
   int n_;

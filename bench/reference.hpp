@@ -36,12 +36,9 @@ public:
         x[i] = {Wide(numbers[2 * i]), Wide(numbers[2 * i + 1])};
       }
       return interleaved(transform(x, family == Family::complexForward));
-    case Family::realForward:
-      return packed(transform(fromReal(numbers), true));
-    case Family::realInverse:
-      return combined(transform(fromHalfSpectrum(numbers), false), Wide(0));
-    case Family::hartley:
-      return combined(transform(fromReal(numbers), true), Wide(-1));
+    case Family::realForward: return packed(transform(fromReal(numbers), true));
+    case Family::realInverse: return combined(transform(fromHalfSpectrum(numbers), false), Wide(0));
+    case Family::hartley: return combined(transform(fromReal(numbers), true), Wide(-1));
     }
     return {};
   }
@@ -72,7 +69,7 @@ private:
   }
 
   // Sums over pairs x[j] and x[n-j], whose roots are conjugates: a quarter of the products of the plain definition.
-  Complexes transform(const Complexes& x, bool forward) const {
+  [[nodiscard]] Complexes transform(const Complexes& x, bool forward) const {
     Complexes result(n_);
     for (std::size_t k = 0; 2 * k <= n_; ++k) {
       Complex even = x[0];   // sum of (x[j] + x[n-j]) cos
@@ -97,7 +94,7 @@ private:
   }
 
   template <class T>
-  Complexes fromReal(const std::vector<T>& numbers) const {
+  [[nodiscard]] [[nodiscard]] Complexes fromReal(const std::vector<T>& numbers) const {
     Complexes x(n_);
     for (std::size_t i = 0; i < n_; ++i) {
       x[i] = {Wide(numbers[i]), Wide(0)};
@@ -106,7 +103,7 @@ private:
   }
 
   template <class T>
-  Complexes fromHalfSpectrum(const std::vector<T>& numbers) const {
+  [[nodiscard]] [[nodiscard]] Complexes fromHalfSpectrum(const std::vector<T>& numbers) const {
     Complexes x(n_);
     x[0] = {Wide(numbers[0]), Wide(0)};
     for (std::size_t k = 1; 2 * k <= n_; ++k) {
@@ -126,7 +123,7 @@ private:
   }
 
   // Bin 0, then re and im of the bins up to n/2, without the imaginary part of bin n/2 of even n.
-  std::vector<Wide> packed(const Complexes& x) const {
+  [[nodiscard]] std::vector<Wide> packed(const Complexes& x) const {
     std::vector<Wide> numbers{x[0].re};
     for (std::size_t i = 1; i < n_; ++i) {
       numbers.push_back(i % 2 != 0 ? x[(i + 1) / 2].re : x[i / 2].im);

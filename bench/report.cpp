@@ -1,8 +1,10 @@
 #include "report.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <fstream>
+#include <limits>
 #include <ostream>
 #include <sstream>
 #include <stdexcept>
@@ -11,37 +13,37 @@ namespace bench {
 
 namespace {
 
-const Measurement* fastest(const std::vector<Measurement>& peers, const std::string& library) {
-  const Measurement* best = nullptr;
+constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+
+// The best of one library's routines, or of all when `library` is empty.
+Measurement fastest(const std::vector<Measurement>& peers, const std::string& library) {
+  Measurement best{"-", "", kUnknown, kUnknown};
   for (const Measurement& peer : peers) {
-    if ((library.empty() || peer.library == library) && (best == nullptr || peer.nanoseconds < best->nanoseconds)) {
-      best = &peer;
+    if ((library.empty() || peer.library == library) && !(peer.nanoseconds >= best.nanoseconds)) {
+      best = peer;
     }
   }
   return best;
 }
 
-std::optional<double> carriedMark(const Case& measured, const Marks& marks) {
+double carriedMark(const Case& measured, const Marks& marks) {
   const auto mark = marks.find({std::string(shortName(measured.family)), measured.type, measured.n});
   if (mark == marks.end()) {
-    return std::nullopt;
+    return kUnknown;
   }
-  const Measurement* peer = fastest(measured.peers, mark->second.peerLibrary);
-  if (peer == nullptr) {
-    return std::nullopt;
-  }
-  return mark->second.cycles * peer->nanoseconds / mark->second.peerCycles;
+  const double peerTime = fastest(measured.peers, mark->second.peerLibrary).nanoseconds;
+  return mark->second.cycles * peerTime / mark->second.peerCycles;
 }
 
 template <class... Values>
 std::string format(const char* pattern, Values... values) {
   std::array<char, 256> line{};
-  std::snprintf(line.data(), line.size(), pattern, values...);
-  return line.data();
+  const int length = std::snprintf(line.data(), line.size(), pattern, values...);
+  return {line.data(), std::min(line.size() - 1, static_cast<std::size_t>(length))};
 }
 
-std::string cell(const char* pattern, std::optional<double> value, const char* otherwise) {
-  return value ? format(pattern, *value) : otherwise;
+std::string cell(const char* pattern, double value, const char* otherwise) {
+  return std::isnan(value) ? otherwise : format(pattern, value);
 }
 
 struct Tally {
@@ -51,17 +53,13 @@ struct Tally {
   int reached = 0;
 
   void count(const Row& row) {
-    if (const auto ratio = row.ratioToPeer()) {
-      ++compared;
-      faster += *ratio < 1 ? 1 : 0;
-    }
-    if (const auto ratio = row.ratioToMark()) {
-      ++marked;
-      reached += *ratio <= 1 ? 1 : 0;
-    }
+    compared += std::isnan(row.ratioToPeer()) ? 0 : 1;
+    faster += row.ratioToPeer() < 1 ? 1 : 0;
+    marked += std::isnan(row.ratioToMark()) ? 0 : 1;
+    reached += row.ratioToMark() <= 1 ? 1 : 0;
   }
 
-  std::string text() const {
+  [[nodiscard]] std::string text() const {
     return format("faster than every peer at %4d of %4d, at or below the mark at %4d of %4d", faster, compared, reached,
                   marked);
   }
@@ -85,7 +83,7 @@ Marks readMarks(const std::string& path) {
     int n = 0;
     Mark mark{};
     if (!(fields >> family >> type >> n >> mark.cycles >> peer >> mark.peerCycles)) {
-      throw std::runtime_error("malformed line in " + path + ": " + line);
+      throw std::runtime_error("malformed line of marks: " + line);
     }
     mark.peerLibrary = peer.starts_with("fftw") ? "fftw" : "av_tx";
     marks[{family, type, n}] = mark;
@@ -93,25 +91,17 @@ Marks readMarks(const std::string& path) {
   return marks;
 }
 
-std::optional<double> Row::ratioToPeer() const {
-  return bestPeer ? std::optional(ours.nanoseconds / bestPeer->nanoseconds) : std::nullopt;
-}
-
-std::optional<double> Row::ratioToMark() const {
-  return mark ? std::optional(ours.nanoseconds / *mark) : std::nullopt;
-}
-
 std::vector<Row> rows(const std::vector<Case>& cases, const Marks& marks) {
   std::vector<Row> result;
   for (const Case& measured : cases) {
-    const Measurement* best = fastest(measured.peers, "");
+    const Measurement best = fastest(measured.peers, "");
+    const double mark = carriedMark(measured, marks);
     for (const Measurement& ours : measured.ours) {
-      result.push_back({measured.family, measured.type, measured.n, ours,
-                        best == nullptr ? std::nullopt : std::optional(*best), carriedMark(measured, marks)});
+      result.push_back({measured.family, measured.type, measured.n, ours, best, mark});
     }
   }
-  std::stable_sort(result.begin(), result.end(),
-                   [](const Row& a, const Row& b) { return a.ratioToPeer() > b.ratioToPeer(); });
+  const auto key = [](const Row& row) { return std::isnan(row.ratioToPeer()) ? 0 : row.ratioToPeer(); };
+  std::stable_sort(result.begin(), result.end(), [&](const Row& a, const Row& b) { return key(a) > key(b); });
   return result;
 }
 
@@ -120,11 +110,10 @@ void printTable(std::ostream& out, const std::vector<Row>& rows, bool coreCycles
                 "core cyc", "best peer", "peer ns", "to peer", "mark ns", "to mark");
   for (const Row& row : rows) {
     const double ns = row.ours.nanoseconds;
-    const auto peerTime = row.bestPeer ? std::optional(row.bestPeer->nanoseconds) : std::nullopt;
     out << format("%-20s %-4s %3d %9.2f %9.1f ", row.ours.name.c_str(), row.type.c_str(), row.n, ns,
                   ns * ticksPerNanosecond())
-        << cell("%9.1f  ", coreCycles ? std::optional(row.ours.coreCycles) : std::nullopt, "        -  ")
-        << format("%-18s ", row.bestPeer ? row.bestPeer->name.c_str() : "-") << cell("%9.2f ", peerTime, "        - ")
+        << cell("%9.1f  ", coreCycles ? row.ours.coreCycles : kUnknown, "        -  ")
+        << format("%-18s ", row.bestPeer.name.c_str()) << cell("%9.2f ", row.bestPeer.nanoseconds, "        - ")
         << cell("%8.3f ", row.ratioToPeer(), "       - ") << cell("%9.2f ", row.mark, "        - ")
         << cell("%8.3f", row.ratioToMark(), "       -") << '\n';
   }
@@ -148,8 +137,7 @@ void writeCsv(std::ostream& out, const std::vector<Row>& rows) {
   out << "routine,type,n,ns,core_cycles,best_peer,best_peer_ns,mark_ns\n";
   for (const Row& row : rows) {
     out << row.ours.name << ',' << row.type << ',' << row.n << ',' << row.ours.nanoseconds << ',' << row.ours.coreCycles
-        << ',' << (row.bestPeer ? row.bestPeer->name : "") << ','
-        << cell("%.6g", row.bestPeer ? std::optional(row.bestPeer->nanoseconds) : std::nullopt, "") << ','
+        << ',' << row.bestPeer.name << ',' << cell("%.6g", row.bestPeer.nanoseconds, "") << ','
         << cell("%.6g", row.mark, "") << '\n';
   }
 }

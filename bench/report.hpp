@@ -5,7 +5,6 @@
 
 #include <iosfwd>
 #include <map>
-#include <optional>
 #include <tuple>
 
 namespace bench {
@@ -23,16 +22,17 @@ using Marks = std::map<std::tuple<std::string, std::string, int>, Mark>; // fami
 // Throws std::runtime_error when the file cannot be read or has another form than marks.csv.
 Marks readMarks(const std::string& path);
 
+// What is not known is NaN.
 struct Row {
   Family family;
   std::string type;
   int n;
   Measurement ours;
-  std::optional<Measurement> bestPeer;
-  std::optional<double> mark; // nanoseconds
+  Measurement bestPeer;
+  double mark; // nanoseconds
 
-  std::optional<double> ratioToPeer() const;
-  std::optional<double> ratioToMark() const;
+  [[nodiscard]] double ratioToPeer() const { return ours.nanoseconds / bestPeer.nanoseconds; }
+  [[nodiscard]] double ratioToMark() const { return ours.nanoseconds / mark; }
 };
 
 // A row for each routine of ours, the worst ratio to the best peer first, rows without a peer last.

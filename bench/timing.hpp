@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 
 namespace bench {
 
@@ -21,8 +20,8 @@ public:
   CoreCycles(const CoreCycles&) = delete;
   CoreCycles& operator=(const CoreCycles&) = delete;
 
-  bool available() const { return descriptor_ >= 0; }
-  std::uint64_t read() const; // 0 when not available
+  [[nodiscard]] bool available() const { return descriptor_ >= 0; }
+  [[nodiscard]] std::uint64_t read() const; // 0 when not available
 
 private:
   int descriptor_;

@@ -6,12 +6,13 @@
 
 #include "reference.hpp"
 
-#include <cstdio>
 #include <fstream>
+#include <iomanip>
 #include <iostream>
 #include <limits>
 #include <map>
 #include <optional>
+#include <sstream>
 
 namespace {
 
@@ -34,7 +35,7 @@ struct Errors {
   std::vector<std::pair<std::string, double>> ours; // by name of routine
   std::map<std::string, double> peers;              // by library, the least of its routines
 
-  double worstOfOurs() const {
+  [[nodiscard]] double worstOfOurs() const {
     double worst = 0;
     for (const auto& [name, error] : ours) {
       worst = std::max(worst, error);
@@ -42,7 +43,7 @@ struct Errors {
     return worst;
   }
 
-  std::optional<double> ratioToBestPeer() const {
+  [[nodiscard]] std::optional<double> ratioToBestPeer() const {
     const auto best =
         std::min_element(peers.begin(), peers.end(), [](const auto& a, const auto& b) { return a.second < b.second; });
     return best == peers.end() ? std::nullopt : std::optional(worstOfOurs() / best->second);
@@ -119,9 +120,12 @@ Series measureLengths(Family family, int vectors) {
 }
 
 std::string fixed(std::optional<double> value, const char* none) {
-  std::array<char, 32> text{};
-  std::snprintf(text.data(), text.size(), "%.3f", value.value_or(0));
-  return value ? text.data() : none;
+  if (!value) {
+    return none;
+  }
+  std::ostringstream text;
+  text << std::fixed << std::setprecision(3) << *value;
+  return text.str();
 }
 
 std::optional<double> peerError(const Errors& errors, const std::string& library) {
@@ -225,7 +229,7 @@ void writeData(std::ostream& out, const std::vector<Series>& all) {
 } // namespace
 
 int main(int argc, char** argv) {
-  const int vectors = argc > 3 ? std::atoi(argv[3]) : 1000;
+  const int vectors = argc > 3 ? static_cast<int>(std::strtol(argv[3], nullptr, 10)) : 1000;
   if (argc < 3 || argc > 4 || vectors < 1) {
     std::cerr << "usage: accuracy_report REPORT.md DATA [VECTORS]\n";
     return 2;

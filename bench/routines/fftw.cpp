@@ -68,11 +68,11 @@ public:
     for (const Rigor& rigor : kRigors) {
       const auto half = std::make_shared<std::array<T, Arrays<T>::kSize>>();
       const Plan plan = owned(Api::realToComplexPlan(n_, src_, asComplex(half->data()), rigor.flag | FFTW_UNALIGNED));
-      const auto call = [plan, half, n = n_, dst = dst_] {
+      const auto call = [plan, half, n = static_cast<std::size_t>(n_), dst = dst_] {
         Api::execute(plan.get());
         const T* bins = half->data();
         dst[0] = bins[0];
-        for (int k = 1; 2 * k <= n; ++k) {
+        for (std::size_t k = 1; 2 * k <= n; ++k) {
           dst[k] = bins[2 * k] - bins[2 * k + 1];
           dst[n - k] = bins[2 * k] + bins[2 * k + 1];
         }
@@ -114,10 +114,8 @@ void addFftw(Family family, int n, const Arrays<T>& arrays, std::vector<Routine>
   Fftw<T>::forgetWisdom();
   Planner<T> planner(n, arrays, routines);
   switch (family) {
-  case Family::complexForward:
-    return planner.addComplex(FFTW_FORWARD);
-  case Family::complexInverse:
-    return planner.addComplex(FFTW_BACKWARD);
+  case Family::complexForward: return planner.addComplex(FFTW_FORWARD);
+  case Family::complexInverse: return planner.addComplex(FFTW_BACKWARD);
   case Family::realForward:
     planner.addRealToComplex();
     return planner.addRealToReal("fftw-r2hc", Layout::real, Layout::halfComplex, FFTW_R2HC);

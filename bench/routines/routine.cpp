@@ -20,17 +20,14 @@ namespace {
 // n/2 of even n.
 std::size_t halfSpectrumPosition(Layout layout, std::size_t i, std::size_t n) {
   switch (layout) {
-  case Layout::ccs:
-    return i == 0 ? 0 : i + 1;
+  case Layout::ccs: return i == 0 ? 0 : i + 1;
   case Layout::perm:
     if (n % 2 != 0 || i == 0) {
       return i;
     }
     return i == n - 1 ? 1 : i + 1;
-  case Layout::halfComplex:
-    return i % 2 != 0 || i == 0 ? (i + 1) / 2 : n - i / 2;
-  default:
-    return i;
+  case Layout::halfComplex: return i % 2 != 0 || i == 0 ? (i + 1) / 2 : n - i / 2;
+  default: return i;
   }
 }
 

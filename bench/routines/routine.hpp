@@ -69,8 +69,8 @@ public:
   static constexpr std::size_t kSize = 2 * kLongest + 2;
 
   Arrays() : block_(static_cast<T*>(std::aligned_alloc(kPage, kPage)), &std::free) {}
-  T* src() const { return block_.get(); }
-  T* dst() const { return block_.get() + kOffset / sizeof(T); }
+  [[nodiscard]] T* src() const { return block_.get(); }
+  [[nodiscard]] T* dst() const { return block_.get() + kOffset / sizeof(T); }
 
 private:
   static constexpr std::size_t kPage = 4096;

@@ -35,8 +35,8 @@ void addTfmgen(Family family, int n, const Arrays<T>& arrays, std::vector<Routin
   using Function = TfmStatus(const T*, T*, std::int32_t);
   const std::string type = sizeof(T) == sizeof(float) ? "_32f" : "_64f";
   for (const Entry& entry : kEntries) {
-    const std::string suffix = type + (entry.in == Layout::complex ? "c" : "");
-    const std::string symbol = entry.name + ("_" + std::to_string(n)) + suffix;
+    std::string symbol = entry.name;
+    symbol.append("_").append(std::to_string(n)).append(type).append(entry.in == Layout::complex ? "c" : "");
     auto* const function = reinterpret_cast<Function*>(dlsym(RTLD_DEFAULT, symbol.c_str()));
     if (entry.family != family || function == nullptr) {
       continue;

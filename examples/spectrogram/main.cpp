@@ -14,6 +14,7 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <iostream>
 #include <stdexcept>
 #include <string_view>
 
@@ -64,14 +65,14 @@ void draw(const std::string& recordingPath, const std::string& picturePath, int 
 
 int main(int argc, char** argv) {
   if (argc < 3 || argc > 4) {
-    std::fprintf(stderr, "usage: spectrogram RECORDING PICTURE.png [LENGTH]\n");
+    std::cerr << "usage: spectrogram RECORDING PICTURE.png [LENGTH]\n";
     return 2;
   }
   try {
     draw(argv[1], argv[2], argc > 3 ? parseLength(argv[3]) : kDefaultLength);
     return 0;
   } catch (const std::exception& error) {
-    std::fprintf(stderr, "spectrogram: %s\n", error.what());
+    std::cerr << "spectrogram: " << error.what() << '\n';
     return 1;
   }
 }

@@ -40,13 +40,13 @@ public:
     tfmgDFTFwd_CToC_32fc(&frames_[at(frame)], &spectra_[at(frame)], length_, TFM_DIV_FWD_BY_N);
   }
 
-  float power(std::size_t frame, std::size_t bin) const {
+  [[nodiscard]] float power(std::size_t frame, std::size_t bin) const {
     const Tfm32fc value = spectra_[at(frame) + bin];
     return value.re * value.re + value.im * value.im;
   }
 
 private:
-  std::size_t at(std::size_t frame) const { return frame * static_cast<std::size_t>(length_); }
+  [[nodiscard]] std::size_t at(std::size_t frame) const { return frame * static_cast<std::size_t>(length_); }
 
   int length_;
   std::vector<Tfm32fc> frames_;

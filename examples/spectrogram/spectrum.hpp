@@ -10,7 +10,7 @@ struct Spectrogram {
   std::vector<float> power; // frames x bins(), frame by frame
   double nanoseconds;       // of one transform, the mean over all frames
 
-  std::size_t bins() const { return static_cast<std::size_t>(length) / 2 + 1; }
+  [[nodiscard]] std::size_t bins() const { return static_cast<std::size_t>(length) / 2 + 1; }
 };
 
 // Hann-windowed frames that overlap by three quarters; the last one is filled up with silence. Throws

@@ -31,6 +31,11 @@ std::string contents(const fs::path& path) {
   return text.str();
 }
 
+int shell(const std::string& command) {
+  const int status = std::system(command.c_str()); // NOLINT(cert-env33-c): the program is run as its users run it
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
 class Spectrogram : public testing::Test {
 protected:
   void SetUp() override {
@@ -41,8 +46,8 @@ protected:
   }
   void TearDown() override { fs::remove_all(directory_); }
 
-  fs::path recording() const { return directory_ / "recording.wav"; }
-  fs::path picture() const { return directory_ / "pictures" / "picture.png"; }
+  [[nodiscard]] fs::path recording() const { return directory_ / "recording.wav"; }
+  [[nodiscard]] fs::path picture() const { return directory_ / "pictures" / "picture.png"; }
 
   void writeWav(const std::vector<float>& samples, int channels = 1) const {
     SF_INFO info{};
@@ -64,15 +69,15 @@ protected:
     return samples;
   }
 
-  Outcome run(const std::string& arguments) const {
+  [[nodiscard]] Outcome run(const std::string& arguments) const {
     const fs::path out = directory_ / "out";
     const fs::path err = directory_ / "err";
     const std::string command = SPECTROGRAM " " + arguments + " >" + out.string() + " 2>" + err.string();
-    const int status = std::system(command.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents(out), contents(err)};
+    const int exitCode = shell(command);
+    return {exitCode, contents(out), contents(err)};
   }
 
-  Outcome draw(const std::string& length) const {
+  [[nodiscard]] Outcome draw(const std::string& length) const {
     return run(recording().string() + " " + picture().string() + " " + length);
   }
 
@@ -152,7 +157,7 @@ TEST_F(Spectrogram, UnwritablePicture) {
   std::ofstream(picture()) << "old";
   const std::string limited = "sh -c 'trap \"\" XFSZ; ulimit -f 1; exec " SPECTROGRAM " " + recording().string() + " " +
                               picture().string() + " 2>/dev/null'";
-  EXPECT_NE(std::system(limited.c_str()), 0);
+  EXPECT_EQ(shell(limited), 1);
   EXPECT_EQ(contents(picture()), "old");
   EXPECT_EQ(std::distance(fs::directory_iterator(picture().parent_path()), {}), 1);
 }
