@@ -281,8 +281,9 @@ TEST(RealSequences, SpectraOfRamps) {
 
 TEST(RealSequences, InverseDoesNotReadTheZerosOfCcs) {
   constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-  EXPECT_EQ(run(entry<double>(Kind::realInverse, Format::ccs, 4), {10, kNaN, -2, 2, -2, kNaN}, TFM_DIV_INV_BY_N),
-            ramp(4));
+  EXPECT_EQ(
+      run<double>(entry<double>(Kind::realInverse, Format::ccs, 4), {10, kNaN, -2, 2, -2, kNaN}, TFM_DIV_INV_BY_N),
+      ramp(4));
 }
 
 } // namespace
