@@ -1,10 +1,29 @@
 #include "fold.hpp"
 
-#include "uses.hpp"
-
 namespace tfmgen::graph {
 
 namespace {
+
+// For each node, how many operands of needed nodes and outputs refer to it.
+std::vector<int> uses(const Graph& g, std::span<const Ref> outputs) {
+  const std::vector<bool> needed = g.reachable(outputs);
+  std::vector<int> count(needed.size());
+  const auto use = [&count](Ref r) {
+    if (!r.isZero()) {
+      ++count[static_cast<std::size_t>(r.node())];
+    }
+  };
+  for (const Ref output : outputs) {
+    use(output);
+  }
+  for (std::size_t i = 0; i < needed.size(); ++i) {
+    if (needed[i]) {
+      use(g.nodes()[i].left);
+      use(g.nodes()[i].right);
+    }
+  }
+  return count;
+}
 
 bool isDoubling(const Graph& g, const Node& n) {
   return n.op == Op::multiply && g.constant(n)[0] == 2;
@@ -13,7 +32,7 @@ bool isDoubling(const Graph& g, const Node& n) {
 } // namespace
 
 Folded foldDoublings(const Graph& g, std::span<const Ref> outputs) {
-  const std::vector<int> used = countUses(g, outputs);
+  const std::vector<int> used = uses(g, outputs);
   Folded out;
   std::vector<Ref> images(g.nodes().size());
   const auto image = [&images](Ref r) {

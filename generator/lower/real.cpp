@@ -1,7 +1,5 @@
 #include "real.hpp"
 
-#include "graph/uses.hpp"
-
 #include <utility>
 
 namespace tfmgen::lower {
@@ -27,10 +25,9 @@ bool endsInProduct(const Graph& g, const Node& n) {
 
 RealKernel assignments(transform::RealKernel kernel, Transform transform) {
   const Graph& g = kernel.graph;
-  const std::vector<int> uses = graph::countUses(g, kernel.results);
-  std::vector<bool> isPart(uses.size(), false);
-  for (std::size_t i = 0; i < uses.size(); ++i) {
-    isPart[i] = uses[i] == 1 && g.nodes()[i].rounding == Rounding::carried;
+  std::vector<bool> isPart;
+  for (const Node& n : g.nodes()) {
+    isPart.push_back(n.rounding == Rounding::carried);
   }
   for (const Ref result : kernel.results) {
     isPart[static_cast<std::size_t>(result.node())] = true;

@@ -16,7 +16,6 @@ using graph::Graph;
 using graph::Node;
 using graph::Op;
 using graph::Ref;
-using graph::Rounding;
 
 // Half spectra are numbered R(0), R(1), I(1), R(2) and so on.
 std::string spectrumElement(int number) {
@@ -36,8 +35,6 @@ public:
     names_[index] = isLoad ? "x" + std::to_string(n.tag) : "t" + std::to_string(++values_);
     if (isLoad) {
       line("const T " + names_[index] + " = loadElement(x + " + element(readsSpectrum_, n.tag) + ")");
-    } else if (n.rounding == Rounding::carried) {
-      line("const double " + names_[index] + " = " + expression(n));
     } else {
       line("const T " + names_[index] + " = T(" + expression(n) + ")");
     }
