@@ -29,7 +29,9 @@ inline constexpr std::size_t kRealBytes = std::is_floating_point_v<Sample> ? siz
   }
 
 const std::vector<Family> kFamilies = {
+    TFMGEN_TEST_FAMILY(DFTFwd_CToC, 32fc, Tfm32fc, complexForward, plain),
     TFMGEN_TEST_FAMILY(DFTFwd_CToC, 64fc, Tfm64fc, complexForward, plain),
+    TFMGEN_TEST_FAMILY(DFTInv_CToC, 32fc, Tfm32fc, complexInverse, plain),
     TFMGEN_TEST_FAMILY(DFTInv_CToC, 64fc, Tfm64fc, complexInverse, plain),
     TFMGEN_TEST_FAMILY(DFTFwd_RToCCS, 32f, Tfm32f, realForward, ccs),
     TFMGEN_TEST_FAMILY(DFTFwd_RToCCS, 64f, Tfm64f, realForward, ccs),
