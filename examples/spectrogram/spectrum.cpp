@@ -27,30 +27,33 @@ std::vector<float> hannWindow(int length) {
 class Transform {
 public:
   explicit Transform(int length)
-      : length_(length), frames_(kBatch * static_cast<std::size_t>(length)), spectra_(frames_.size()) {}
+      : length_(static_cast<std::size_t>(length)), frames_(kBatch * length_), spectra_(frames_.size()) {}
 
   // The length is the first thing that is checked: to ask for it takes no arrays.
   static bool exists(int length) {
-    return tfmgDFTFwd_CToC_32fc(nullptr, nullptr, length, TFM_DIV_FWD_BY_N) != tfmStsBadSize;
+    return tfmgDFTFwd_RToPerm_32f(nullptr, nullptr, length, TFM_DIV_FWD_BY_N) != tfmStsBadSize;
   }
 
-  void setSample(std::size_t frame, std::size_t i, float sample) { frames_[at(frame) + i] = {sample, 0}; }
+  void setSample(std::size_t frame, std::size_t i, float sample) { frames_[frame * length_ + i] = sample; }
 
   void apply(std::size_t frame) {
-    tfmgDFTFwd_CToC_32fc(&frames_[at(frame)], &spectra_[at(frame)], length_, TFM_DIV_FWD_BY_N);
+    tfmgDFTFwd_RToPerm_32f(&frames_[frame * length_], &spectra_[frame * length_], static_cast<int>(length_),
+                           TFM_DIV_FWD_BY_N);
   }
 
+  // Bin 0 and, of even lengths, the last bin are real: elements 0 and 1. Pairs of re and im follow.
   [[nodiscard]] float power(std::size_t frame, std::size_t bin) const {
-    const Tfm32fc value = spectra_[at(frame) + bin];
-    return value.re * value.re + value.im * value.im;
+    const float* spectrum = &spectra_[frame * length_];
+    const bool isReal = bin == 0 || 2 * bin == length_;
+    const std::size_t re = isReal ? (bin == 0 ? 0 : 1) : 2 * bin - length_ % 2;
+    const float im = isReal ? 0 : spectrum[re + 1];
+    return spectrum[re] * spectrum[re] + im * im;
   }
 
 private:
-  [[nodiscard]] std::size_t at(std::size_t frame) const { return frame * static_cast<std::size_t>(length_); }
-
-  int length_;
-  std::vector<Tfm32fc> frames_;
-  std::vector<Tfm32fc> spectra_;
+  std::size_t length_;
+  std::vector<Tfm32f> frames_;
+  std::vector<Tfm32f> spectra_;
 };
 
 } // namespace
