@@ -30,44 +30,39 @@ Values directFour(Graph& g, const Values& z, RootSign sign) {
   return {add(g, b, a), add(g, c, d), subtract(g, b, a), subtract(g, c, d)};
 }
 
-// An odd prime. Sums t[j] = z[j] + z[p-j] and differences e[j] = z[j] - z[p-j] halve the products:
-// X[k], X[p-k] = A[k] +- sign*i*B[k], A[k] = x[0] + sum of cos(2 pi j k / p) t[j], B[k] = sum of sin(..) e[j].
-Values directOdd(Graph& g, const Values& z, RootSign sign) {
+// One part of all bins of an odd prime length: the cosines act on that part of the samples, the sines on the other.
+// Sums t[j] = z[j] + z[p-j] and differences e[j] = z[j] - z[p-j] halve the products:
+//   X[k], X[p-k] = A[k] +- turn*B[k],  A[k] = x[0] + sum of cos(2 pi j k / p) t[j],  B[k] = sum of sin(..) e[j].
+void directOddPart(Graph& g, const Values& z, Ref Complex::*part, Ref Complex::*other, int turn, Values& out) {
   const std::size_t p = z.size();
   const std::size_t half = (p - 1) / 2;
-  Values sums;
-  Values differences;
+  std::vector<Ref> sums;
+  std::vector<Ref> differences;
   for (std::size_t j = 1; j <= half; ++j) {
-    sums.push_back(add(g, z[j], z[p - j]));
-    differences.push_back(subtract(g, z[j], z[p - j]));
+    sums.push_back(g.add(z[j].*part, z[p - j].*part));
+    differences.push_back(g.subtract(z[j].*other, z[p - j].*other));
   }
-  Values out(p);
-  Complex total = sums[0];
-  for (std::size_t j = 1; j < half; ++j) {
-    total = add(g, total, sums[j]);
-  }
-  out[0] = add(g, z[0], total);
-
-  const auto part = [&](std::size_t k, Ref Complex::*which) -> Complex { // one part of A[k] and of B[k]
+  out[0].*part = g.add(z[0].*part, g.sum(sums));
+  for (std::size_t k = 1; k <= half; ++k) {
     std::vector<graph::Term> cosines;
     std::vector<graph::Term> sines;
     for (std::size_t j = 1; j <= half; ++j) {
       const auto [c, s] = number::root(static_cast<long>(j * k), static_cast<long>(p));
-      cosines.push_back({c, sums[j - 1].*which});
-      sines.push_back({s, differences[j - 1].*which});
+      cosines.push_back({c, sums[j - 1]});
+      sines.push_back({s, differences[j - 1]});
     }
-    cosines.insert(cosines.begin() + (cosines[0].factor > 0 ? 1 : 0), {1, z[0].*which});
+    cosines.insert(cosines.begin() + (cosines[0].factor > 0 ? 1 : 0), {1, z[0].*part});
     const Ref a = g.sumOfProducts(cosines);
-    return {a, g.sumOfProducts(sines)};
-  };
-  for (std::size_t k = 1; k <= half; ++k) {
-    const auto [aRe, bRe] = part(k, &Complex::re);
-    const auto [aIm, bIm] = part(k, &Complex::im);
-    const Complex a{aRe, aIm};
-    const Complex turned = quarterTurns({bRe, bIm}, factor(sign));
-    out[k] = add(g, a, turned);
-    out[p - k] = subtract(g, a, turned);
+    const Ref b = g.sumOfProducts(sines);
+    out[k].*part = g.add(a, turn < 0 ? -b : b);
+    out[p - k].*part = g.subtract(a, turn < 0 ? -b : b);
   }
+}
+
+Values directOdd(Graph& g, const Values& z, RootSign sign) {
+  Values out(z.size());
+  directOddPart(g, z, &Complex::re, &Complex::im, -factor(sign), out);
+  directOddPart(g, z, &Complex::im, &Complex::re, factor(sign), out);
   return out;
 }
 
