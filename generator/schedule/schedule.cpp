@@ -81,9 +81,11 @@ Order depthFirst(const std::vector<Task>& tasks) {
   return order;
 }
 
-// Of the tasks that can run, the one that frees the most values; among equals the one whose operands, or the operands
-// of whose users, are youngest, so that work stays with the values at hand.
-Order byFreedValues(const std::vector<Task>& tasks) {
+// Of the tasks that can run and were built less than `window` behind the first of them, the one that frees the most
+// values; among equals the one whose operands, or the operands of whose users, are youngest, so that work stays with
+// the values at hand. A narrow window keeps near the order in which tasks were built, one sub-transform after the
+// other.
+Order byFreedValues(const std::vector<Task>& tasks, int window) {
   const auto usersOf = users(tasks);
   std::vector<std::size_t> missing;
   std::vector<std::size_t> remainingUses;
@@ -99,7 +101,9 @@ Order byFreedValues(const std::vector<Task>& tasks) {
     }
   }
   Order order;
+  int oldest = 0;
   const auto merit = [&](int task) {
+    const bool isNear = tasks[at(task)].isLastStep || task - oldest < window;
     int freed = tasks[at(task)].hasResult ? -1 : 0;
     int youngest = -1;
     for (const int operand : tasks[at(task)].operands) {
@@ -111,9 +115,14 @@ Order byFreedValues(const std::vector<Task>& tasks) {
         youngest = std::max(youngest, doneAt[at(operand)]);
       }
     }
-    return std::tuple(freed, youngest, -task);
+    return std::tuple(isNear, freed, youngest, -task);
   };
   while (!ready.empty()) {
+    oldest = static_cast<int>(tasks.size());
+    for (const int task : ready) {
+      const bool isArithmetic = !tasks[at(task)].operands.empty() && !tasks[at(task)].isLastStep;
+      oldest = isArithmetic ? std::min(oldest, task) : oldest;
+    }
     const auto best = std::ranges::max_element(ready, {}, merit);
     const int task = *best;
     ready.erase(best);
@@ -202,7 +211,10 @@ Traffic simulate(const std::vector<Task>& tasks, const std::vector<int>& order, 
 }
 
 std::vector<int> bestOrder(const std::vector<Task>& tasks, int registers) {
-  const std::vector<Order> candidates{asBuilt(tasks), depthFirst(tasks), byFreedValues(tasks)};
+  std::vector<Order> candidates{asBuilt(tasks), depthFirst(tasks)};
+  for (const int window : {12, 25, 50, 100, 200, static_cast<int>(tasks.size())}) {
+    candidates.push_back(byFreedValues(tasks, window));
+  }
   return *std::ranges::min_element(candidates, {}, [&](const Order& order) {
     const Traffic traffic = simulate(tasks, order, registers);
     return 2 * traffic.stores + traffic.reloads;

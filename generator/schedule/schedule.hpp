@@ -23,7 +23,7 @@ struct Traffic {
 Traffic simulate(const std::vector<Task>& tasks, const std::vector<int>& order, int registers);
 
 // The order of least traffic among several: as built, with last steps as early as they can be; depth first from the
-// outputs; by the number of values that a task frees. Operands come before their users.
+// outputs; by the number of values that a task frees, in windows of several widths. Operands come before their users.
 std::vector<int> bestOrder(const std::vector<Task>& tasks, int registers);
 
 } // namespace tfmgen::schedule
