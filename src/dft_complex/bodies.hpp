@@ -28,6 +28,9 @@ struct Complex {
   using V = typename Lanes<Real>::Vector;
   static constexpr int length = n;
   static constexpr Direction direction = transformDirection;
+
+  // For kernels on scalars: every number is loaded once, also where the compiler would rather look again.
+  [[gnu::always_inline]] static Real loadElement(const Real* from) { return opaque(tfmgen::loadElement(from)); }
 };
 
 template <class Kernel, class Access>
