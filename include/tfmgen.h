@@ -209,6 +209,78 @@ TFMGEN_DFT_FAMILY(DFTInv_PermToR, 64f, Tfm64f)
 TFMGEN_DFT_FAMILY(Hartley, 32f, Tfm32f)
 TFMGEN_DFT_FAMILY(Hartley, 64f, Tfm64f)
 
+/* ---- Walsh-Hadamard transform ------------------------------------------------------------------------------------ */
+
+/* Order m means N = 2^m samples, m from 1 to 13, in natural order: the matrix is H(2N) = [[H(N), H(N)], [H(N), -H(N)]],
+ * neither in sequency nor in dyadic order, and nothing is bit-reversed:
+ *
+ *   pDst[u] = s * sum over v = 0 .. N-1 of (-1)^popcount(u AND v) * pSrc[v]
+ *
+ * Order 2 without a scale turns (1, 2, 3, 4) into (10, -2, -4, 0). The transform is its own inverse up to a factor: two
+ * calls with TFM_DIV_BY_SQRTN give the input back, up to rounding; two calls with TFM_DIV_FWD_BY_N or TFM_DIV_INV_BY_N,
+ * which mean the same here, give the input divided by N.
+ *
+ * Results are exactly those of this procedure, with every operation rounded to the sample type (where not-a-numbers meet,
+ * which of them comes through is left open):
+ *   1. Copy the input to a[].
+ *   2. For h = 1, 2, 4, .. N/2 and every pair (j, j + h) with bit h of j clear, replace a[j] by a[j] + a[j + h] and
+ *      a[j + h] by the old a[j] minus the old a[j + h].
+ *   3. Store a[j] * s.
+ *
+ * Arguments:
+ *   pSrc     N samples at any address.
+ *   pDst     N samples at any address; may equal pSrc. Arrays that overlap at an offset are not supported. Both arrays
+ *            at multiples of 16 bytes are fastest.
+ *   flag     Scaling flag.
+ *   pBuffer  Work buffer, written before it is read and worthless after the call. It serves one call at a time. Orders 1
+ *            to 7 accept anything here and never look at it. Orders 8 to 13 need as many bytes as tfmgWHTGetBufferSize
+ *            tells, at a multiple of 16 bytes; a null pointer makes the call get a block of this size from tfmMalloc and
+ *            free it with tfmFree before it returns.
+ *
+ * Returns tfmStsOk; tfmStsNullPtr when pSrc or pDst is null; otherwise tfmStsBadFlag.
+ *
+ * Not checked: the size and the alignment of a pBuffer that is not null (a misaligned one faults, one too small is
+ * overrun), and the result of tfmMalloc (no memory means an invalid store). Callers who must survive a lack of memory
+ * bring a buffer. */
+TFMGEN_API TfmStatus tfmgWHT_1_32f(const Tfm32f* pSrc, Tfm32f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_2_32f(const Tfm32f* pSrc, Tfm32f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_3_32f(const Tfm32f* pSrc, Tfm32f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_4_32f(const Tfm32f* pSrc, Tfm32f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_5_32f(const Tfm32f* pSrc, Tfm32f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_6_32f(const Tfm32f* pSrc, Tfm32f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_7_32f(const Tfm32f* pSrc, Tfm32f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_8_32f(const Tfm32f* pSrc, Tfm32f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_9_32f(const Tfm32f* pSrc, Tfm32f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_10_32f(const Tfm32f* pSrc, Tfm32f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_11_32f(const Tfm32f* pSrc, Tfm32f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_12_32f(const Tfm32f* pSrc, Tfm32f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_13_32f(const Tfm32f* pSrc, Tfm32f* pDst, int32_t flag, uint8_t* pBuffer);
+
+TFMGEN_API TfmStatus tfmgWHT_1_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_2_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_3_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_4_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_5_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_6_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_7_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_8_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_9_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_10_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_11_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_12_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_13_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t flag, uint8_t* pBuffer);
+
+/* The same with the order as an argument. Before it looks at anything else, an order outside 1 .. 13 is
+ * tfmStsBadSize. */
+TFMGEN_API TfmStatus tfmgWHT_32f(const Tfm32f* pSrc, Tfm32f* pDst, int32_t order, int32_t flag, uint8_t* pBuffer);
+TFMGEN_API TfmStatus tfmgWHT_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t order, int32_t flag, uint8_t* pBuffer);
+
+/* Stores the size of pBuffer in bytes in *pSize: 0 for orders 1 to 7, at most 73728. An order outside 1 .. 13 is
+ * tfmStsBadSize and leaves *pSize as it was. pSize is not checked: with a valid order a null pointer is an invalid
+ * store. */
+TFMGEN_API TfmStatus tfmgWHTGetBufferSize_32f(int32_t order, int32_t* pSize);
+TFMGEN_API TfmStatus tfmgWHTGetBufferSize_64f(int32_t order, int32_t* pSize);
+
 #ifdef __cplusplus
 }
 #endif

@@ -110,4 +110,12 @@ loadTransposed(const Real* from) {
   return rows;
 }
 
+// Two vectors of doubles that are loaded by their halves are transposed by the loads themselves, lower address first.
+template <>
+[[gnu::always_inline]] inline std::array<Lanes<double>::Vector, 2> loadTransposed<Unaligned>(const double* from) {
+  const __m128d even = opaque(_mm_set_sd(loadElement(from)));
+  const __m128d odd = opaque(_mm_set_sd(loadElement(from + 1)));
+  return {opaque(_mm_loadh_pd(even, from + 2)), opaque(_mm_loadh_pd(odd, from + 3))};
+}
+
 } // namespace tfmgen

@@ -1,0 +1,45 @@
+// The stages of the transform between registers.
+#pragma once
+
+#include "kernel/unroll.hpp"
+
+#include <array>
+#include <cstddef>
+
+namespace tfmgen::wht {
+
+// One step of the transform: the element whose index bit is clear becomes the sum, the other one the difference.
+template <class Value>
+[[gnu::always_inline]] inline void butterfly(Value& clear, Value& set) {
+  const Value difference = clear - set;
+  clear = clear + set;
+  set = difference;
+}
+
+// The stages on `bits` index bits, lowest first, over the 2^bits values at distance `stride` from number `first` on.
+// Depth first: one part is finished before the next one begins, so that few values are in work at a time, and the last
+// two stages are taken together. Each value goes to sink(Index<number>, value) right behind its last stage.
+template <int bits, int stride, int first, class Value, std::size_t count, class Sink>
+[[gnu::always_inline]] inline void butterflies(std::array<Value, count>& values, const Sink& sink) {
+  if constexpr (bits == 0) {
+    sink(Index<first>{}, values[first]);
+  } else {
+    constexpr int lastBits = bits < 3 ? 1 : 2;
+    constexpr int part = stride << (bits - lastBits);
+    unroll<1 << lastBits>([&](auto k) __attribute__((always_inline)) {
+      butterflies<bits - lastBits, stride, first + k * part>(values, [](auto, const Value&) {});
+    });
+    unroll<1 << (bits - lastBits)>([&](auto k) __attribute__((always_inline)) {
+      constexpr int clear = first + k * stride;
+      if constexpr (lastBits == 1) {
+        butterfly(values[clear], values[clear + part]);
+        sink(Index<clear>{}, values[clear]);
+        sink(Index<clear + part>{}, values[clear + part]);
+      } else {
+        butterflies<lastBits, part, clear>(values, sink);
+      }
+    });
+  }
+}
+
+} // namespace tfmgen::wht
