@@ -2,6 +2,7 @@
 // alignments. Builds that keep the promise of equal bits print the same text.
 #include "families.hpp"
 #include "random.hpp"
+#include "wht.hpp"
 
 #include <algorithm>
 #include <cinttypes>
@@ -51,6 +52,38 @@ void print(const std::string& name, std::uint64_t hash) {
   std::printf("%s %016" PRIx64 "\n", name.c_str(), hash);
 }
 
+// The same for the Walsh-Hadamard transform: the sizes of its buffers, and every order through both entries.
+template <class Real>
+void printWht() {
+  constexpr struct {
+    std::size_t src;
+    std::size_t dst;
+  } displacements[] = {{0, 0}, {1, 0}};
+  const std::string suffix = Wht<Real>::suffix;
+  Hash general;
+  Hash sizes;
+  for (int order = 1; order <= kWhtOrders; ++order) {
+    const std::size_t n = std::size_t{1} << order;
+    Hash hash;
+    for (const auto& displacement : displacements) {
+      for (const std::int32_t flag : kFlags) {
+        std::vector<Real> x = Random(9).reals<Real>(n + 1, Spread::wide);
+        std::vector<Real> y(n + 1);
+        whtCall<Real>(order)(x.data() + displacement.src, y.data() + displacement.dst, flag, nullptr);
+        hash.add(reinterpret_cast<const std::byte*>(y.data()), n * sizeof(Real));
+        Wht<Real>::general(x.data(), y.data(), order, flag, nullptr);
+        general.add(reinterpret_cast<const std::byte*>(y.data()), n * sizeof(Real));
+      }
+    }
+    std::int32_t size = 0;
+    Wht<Real>::bufferSize(order, &size);
+    sizes.add(reinterpret_cast<const std::byte*>(&size), sizeof size);
+    print(whtName<Real>(order), hash.value());
+  }
+  print("tfmgWHT" + suffix, general.value());
+  print("tfmgWHTGetBufferSize" + suffix, sizes.value());
+}
+
 } // namespace
 } // namespace tfmgen::test
 
@@ -65,4 +98,6 @@ int main() {
     }
     print(family.name, all);
   }
+  printWht<float>();
+  printWht<double>();
 }
