@@ -76,8 +76,8 @@ template <class Real>
 std::vector<Setting> settings() {
   std::vector<Setting> all;
   for (const Edge edge : {Edge::start, Edge::end}) {
-    for (const std::size_t src : {0, 4, 8, 13}) {
-      for (const std::size_t dst : {0, 4, 8}) {
+    for (const std::size_t src : {0U, 4U, 8U, 13U}) {
+      for (const std::size_t dst : {0U, 4U, 8U}) {
         all.push_back({edge, src, dst, false, (src + dst) % 8 == 0});
       }
       all.push_back({edge, src, src, true, src != 8});
@@ -148,7 +148,7 @@ TYPED_TEST(WhtTest, AllocatesTheExactSizeOrNothing) {
     const std::int32_t size = Wht<TypeParam>::bufferSizes[static_cast<std::size_t>(order - 1)];
     const std::vector<std::int32_t> once(size == 0 ? 0 : 1, size);
     const std::vector<TypeParam> x(std::size_t{1} << order, TypeParam(1));
-    for (const std::size_t displacement : {0, 8}) {
+    for (const std::size_t displacement : {0U, 8U}) {
       allocatorLog = {};
       result(order, TFM_NO_DIV, x, {Edge::end, displacement, displacement, false, true});
       EXPECT_TRUE(allocatorLog.sizes.empty());
