@@ -88,12 +88,13 @@ void SplitStores::finishPairs(int length, int parted) {
     }
   }
   for (int k = 0; k < length; k += 2) {
-    const auto& [a, i] = places[static_cast<std::size_t>(k)];
+    const auto at = static_cast<std::size_t>(k);
+    const auto& [a, i] = places[at];
     if (k + 1 == length) {
       kernel_.stores.push_back({g.scale(a), {Access::Width::low, k}});
       continue;
     }
-    const auto& [b, j] = places[static_cast<std::size_t>(k + 1)];
+    const auto& [b, j] = places[at + 1];
     const bool isPair = a == b && i == 0 && j == 1;
     const Ref value = isPair ? a : g.shuffle(a, b, selector(2 * i, 2 * i + 1, 2 * j, 2 * j + 1));
     const auto width = k == parted ? Access::Width::halves : Access::Width::whole;

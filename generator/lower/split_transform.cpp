@@ -135,6 +135,7 @@ std::vector<number::Complex> chirp(int n, RootSign sign) {
 std::vector<number::Complex> chirpSpectrum(const std::vector<number::Complex>& c, int m, RootSign sign) {
   const int n = static_cast<int>(c.size());
   std::vector<number::Complex> roots;
+  roots.reserve(static_cast<std::size_t>(m));
   for (int k = 0; k < m; ++k) {
     roots.push_back(number::root(static_cast<long>(factor(sign)) * k, m));
   }

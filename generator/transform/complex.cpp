@@ -127,6 +127,7 @@ private:
   [[nodiscard]] Values twoFactors(const Form& form, int twiddleSign) const {
     const int first = plan::length(*form.first);
     const int second = plan::length(*form.second);
+    const long order = static_cast<long>(first) * second;
     std::vector<Values> inner;
     for (int r = 0; r < second; ++r) {
       Values samples;
@@ -140,7 +141,7 @@ private:
       Values column;
       for (int r = 0; r < second; ++r) {
         const Complex& bin = inner[static_cast<std::size_t>(r)][static_cast<std::size_t>(k1)];
-        column.push_back(multiplyByRoot(g_, bin, static_cast<long>(twiddleSign) * r * k1, first * second));
+        column.push_back(multiplyByRoot(g_, bin, static_cast<long>(twiddleSign) * r * k1, order));
       }
       const Values bins = transformComplex(g_, *form.second, column, sign_);
       for (int k2 = 0; k2 < second; ++k2) {
@@ -189,7 +190,7 @@ std::vector<number::Complex> raderMultipliers(int p, int primitiveRoot, RootSign
   for (int m = 0; m < q; ++m) {
     number::Complex sum{0, 0};
     for (int i = 0; i < q; ++i) {
-      sum = sum + number::root(factor(sign) * number::powerModulo(inverseRoot, i, p), p) *
+      sum = sum + number::root(static_cast<long>(factor(sign)) * number::powerModulo(inverseRoot, i, p), p) *
                       number::root(static_cast<long>(factor(sign)) * i * m, q);
     }
     factors.push_back({cleared(sum.re) / q, cleared(sum.im) / q});

@@ -63,10 +63,10 @@ std::vector<number::Complex> raderMultipliers(int p, int primitiveRoot, RootSign
 // ---- Index maps of the two-factor plans; `first` inner transforms lie within, `second` across
 
 // The sample that inner transform r takes as its m-th.
-inline int sampleIndex(const plan::GoodThomas&, int first, int second, int r, int m) {
+inline int sampleIndex(const plan::GoodThomas& /*form*/, int first, int second, int r, int m) {
   return (second * m + first * r) % (first * second);
 }
-inline int sampleIndex(const plan::CooleyTukey&, int /*first*/, int second, int r, int m) {
+inline int sampleIndex(const plan::CooleyTukey& /*form*/, int /*first*/, int second, int r, int m) {
   return second * m + r;
 }
 
