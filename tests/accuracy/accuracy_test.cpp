@@ -4,6 +4,7 @@
 #include "random.hpp"
 
 #include <algorithm>
+#include <initializer_list>
 #include <limits>
 
 namespace tfmgen::test {
@@ -12,8 +13,18 @@ namespace {
 constexpr int kVectors = 8;
 
 // Largest admitted root mean square of the relative L2 error, in units of half the distance from 1 to the next number.
-// Rader within Rader, at 47, is the worst with a little over 3; most lengths stay below 2.
-constexpr double kBound = 3.5;
+// Convolutions inside convolutions cost most, then prime factors that need one at all. 32-bit samples of a real signal
+// gain from products in double.
+double bound(const Entry& entry) {
+  const auto isMultiple = [&](std::initializer_list<int> primes) {
+    return std::any_of(primes.begin(), primes.end(), [&](int p) { return entry.n % p == 0; });
+  };
+  const double complexBound = isMultiple({47, 53, 59})                               ? 3.2
+                              : isMultiple({13, 17, 19, 23, 29, 31, 37, 41, 43, 61}) ? 2.4
+                                                                                     : 2.0;
+  const bool productsInDouble = !entry.family.isComplex() && entry.family.realBytes == sizeof(float);
+  return productsInDouble ? 0.85 * complexBound : complexBound;
+}
 
 double squaredNorm(const std::vector<Quad>& values) {
   Quad sum = 0;
@@ -49,7 +60,7 @@ TEST(Accuracy, ErrorStaysAFewHalfUnits) {
       sum += squaredRelativeError(entry, source, kFlags[static_cast<std::size_t>(vector) % kFlags.size()]);
     }
     const double error = std::sqrt(sum / kVectors) / (std::numeric_limits<Real>::epsilon() / 2);
-    ASSERT_LE(error, kBound);
+    ASSERT_LE(error, bound(entry));
     if (error > worst) {
       worst = error;
       worstName = entry.name();
