@@ -47,7 +47,7 @@ PlanPtr thirteenOver(int root) {
 }
 const PlanPtr thirteen = thirteenOver(7);
 const PlanPtr thirteenOnComplex = rader(13, 7, goodThomas(three, four), pairsOver(three));
-const PlanPtr thirteenHartley = rader(13, 7, cooleyTukey(three, four, Merge::yes), goodThomas(four, three));
+const PlanPtr thirteenHartley = rader(13, 7, cooleyTukey(three, four), goodThomas(four, three), Merge::no, Merge::yes);
 const PlanPtr thirteenInHartley53 =
     rader(13, 7, goodThomas(three, four), pairs(twice(three), oddCooleyTukey(three)), Merge::no, Merge::yes);
 const PlanPtr thirteenInverse =

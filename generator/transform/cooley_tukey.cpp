@@ -41,7 +41,8 @@ Bins analyseForm(Analysis& a, const plan::CooleyTukey& form, const Samples& x, l
   for (int r = 0; r < second; ++r) {
     Samples subsequence;
     for (int m = 0; m < first; ++m) {
-      subsequence.push_back(x[static_cast<std::size_t>(second * m + r)]);
+      const int element = second * m + r;
+      subsequence.push_back(x[static_cast<std::size_t>(element)]);
     }
     inner.push_back(analyse(a, *form.first, subsequence, u));
   }

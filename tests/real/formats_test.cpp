@@ -95,7 +95,7 @@ TEST(RealScale, SharesTheRoundingOfAConstantProduct) {
     if (kernel.family.scalesByProduct(n)) {
       continue;
     }
-    const float scale = expectedScale<float>(kernel.family, n, TFM_DIV_FWD_BY_N);
+    const auto scale = expectedScale<float>(kernel.family, n, TFM_DIV_FWD_BY_N);
     Random random(7);
     bool differs = false;
     for (int trial = 0; trial < 100; ++trial) {
