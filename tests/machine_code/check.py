@@ -130,9 +130,13 @@ def check_kernel(name, binary, walker, report):
 
 
 def check_general_entry(name, binary, report):
-    instruction, count = binary.code[binary.exports[name]], 0
+    instruction, count, sizes_in_range = binary.code[binary.exports[name]], 0, None
     while instruction and not (instruction.mnemonic == "jmp" and instruction.target is None):
+        if instruction.mnemonic == "ret" and sizes_in_range:  # the refusal stood first
+            instruction, sizes_in_range = binary.code[sizes_in_range], None
+            continue
         report.check(instruction.mnemonic not in ("call", "ret", "jmp"), name, f"no indexed jump: {instruction}")
+        sizes_in_range = instruction.target or sizes_in_range
         instruction, count = instruction.next, count + 1
     report.check(count <= 10, name, f"{count} instructions before the indexed jump")
 

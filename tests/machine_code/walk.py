@@ -6,6 +6,8 @@ cheap."""
 
 from dataclasses import dataclass, field
 
+from binary import Instruction
+
 ARGUMENTS = {"rdi": ("src", 0), "rsi": ("dst", 0), "rsp": ("stack", 0)}
 WIDE = {short: wide for wide, shorts in {
     "rax": "eax ax al ah", "rbx": "ebx bx bl bh", "rcx": "ecx cx cl ch", "rdx": "edx dx dl dh", "rsi": "esi si sil",
@@ -32,6 +34,7 @@ class Body:
     function: str
     accesses: list = field(default_factory=list)
     instructions: int = 0
+    left: Instruction | None = None  # the jump to a return that is shared
 
 
 @dataclass
@@ -84,6 +87,8 @@ class Walker:
                     body.instructions += 1
                     if access:
                         body.accesses.append(access)
+                        if body.left:
+                            result.faults.append(f"control flow in the arithmetic: {body.left}")
                 address = self._successor(instruction, state, body, path, pending, result)
         return result
 
@@ -95,6 +100,9 @@ class Walker:
         if mnemonic[0] != "j" and mnemonic != "call":
             return instruction.next.address if instruction.next else None
         target = instruction.target
+        if body and mnemonic == "jmp" and target and not body.left:
+            body.left = instruction  # two bodies may share their return
+            return target
         if body or target is None:
             result.faults.append(f"{'control flow in the arithmetic' if body else 'call or indirect jump'}: {instruction}")
             return None
