@@ -69,6 +69,21 @@ enum {
  * quotient 1.0 / d with d the rounded square root of N. */
 enum { TFM_DIV_FWD_BY_N = 1, TFM_DIV_INV_BY_N = 2, TFM_DIV_BY_SQRTN = 4, TFM_NO_DIV = 8 };
 
+/* ---- DCT-IV ------------------------------------------------------------------------------------------------------ */
+
+typedef struct TfmgDCT4Plan TfmgDCT4Plan;
+
+TFMGEN_API TfmStatus tfmgDCT4GetSize_32f(int32_t length, int32_t* pSize);
+TFMGEN_API TfmStatus tfmgDCT4GetSize_64f(int32_t length, int32_t* pSize);
+TFMGEN_API TfmStatus tfmgDCT4Init_32f(TfmgDCT4Plan** ppPlan, int32_t length, void* pBuffer);
+TFMGEN_API TfmStatus tfmgDCT4Init_64f(TfmgDCT4Plan** ppPlan, int32_t length, void* pBuffer);
+TFMGEN_API TfmStatus tfmgDCT4InitAlloc_32f(TfmgDCT4Plan** ppPlan, int32_t length);
+TFMGEN_API TfmStatus tfmgDCT4InitAlloc_64f(TfmgDCT4Plan** ppPlan, int32_t length);
+TFMGEN_API TfmStatus tfmgDCT4Free_32f(TfmgDCT4Plan* pPlan);
+TFMGEN_API TfmStatus tfmgDCT4Free_64f(TfmgDCT4Plan* pPlan);
+TFMGEN_API TfmStatus tfmgDCT4_32f(const Tfm32f* pSrc, Tfm32f* pDst, TfmgDCT4Plan* pPlan);
+TFMGEN_API TfmStatus tfmgDCT4_64f(const Tfm64f* pSrc, Tfm64f* pDst, TfmgDCT4Plan* pPlan);
+
 /* ---- Version ----------------------------------------------------------------------------------------------------- */
 
 typedef struct {

@@ -1,0 +1,106 @@
+// The merge stage of a plan and its loop, which holds the merge table.
+#include "build.hpp"
+#include "factor.hpp"
+#include "tables.hpp"
+
+namespace tfmgen::dct4 {
+namespace {
+
+// Kinds of a merge loop: one more than log2 of the factor.
+constexpr std::int32_t mergeKind(std::int32_t factor) {
+  return kindOf(2 * factor, 2 * kLastFactor, 0);
+}
+
+template <class T>
+void releaseMergeLoop(TfmgPlanItem* item) {
+  auto* loop = recordOf<TfmgDCT4MergeLoop<T>>(item);
+  if (loop->kind >= 1 && loop->kind <= mergeKind(kLastFactor)) {
+    tfmgArenaGiveBack(loop->head.arena, loop->table, vectorBytes(loop->blocks, loop->twoFactor));
+  }
+  releaseOwned(loop->owned);
+}
+
+template <class T>
+TfmStatus buildMergeLoop(TfmgPlanHead* head) {
+  auto* loop = recordOf<TfmgDCT4MergeLoop<T>>(head);
+  loop->kind = mergeKind(loop->factor);
+  if (loop->kind == 0) {
+    return tfmStsBadSize;
+  }
+  makeMergeTable(loop);
+  return tfmStsOk;
+}
+
+template <class T>
+void fillMergeLoop(TfmgDCT4MergeLoop<T>* loop, const TfmgDCT4MergeStage<T>* stage,
+                   const TfmgDCT4LaneSource<T>* source) {
+  fillItem(loop, stage->head.arena, releaseMergeLoop<T>);
+  loop->head.build = buildMergeLoop<T>;
+  loop->table = nullptr;
+  loop->kind = 0;
+  loop->factor = stage->factor;
+  loop->length = stage->length;
+  loop->twoFactor = stage->twoFactor;
+  loop->blockStride = kLanes<T> * stage->twoFactor;
+  loop->blocks = stage->rows / kLanes<T>;
+  loop->length2 = stage->length;
+  loop->mirror = stage->mirror;
+  loop->columnLength = stage->columnLength;
+  loop->source = source;
+  loop->owned = takeList(loop->head.arena);
+}
+
+template <class T>
+void releaseMergeStage(TfmgPlanItem* item) {
+  auto* stage = recordOf<TfmgDCT4MergeStage<T>>(item);
+  if (stage->kind == 1) {
+    tfmgArenaGiveBack(stage->head.arena, stage->table, 0);
+  }
+  releaseMentions(stage->stageList);
+  releaseOwned(stage->owned);
+}
+
+template <class T>
+TfmStatus buildMergeStage(TfmgPlanHead* head) {
+  auto* stage = recordOf<TfmgDCT4MergeStage<T>>(head);
+  if (stage->rows % kLanes<T> != 0) {
+    return tfmStsBadSize;
+  }
+  stage->kind = 1;
+  TfmgArena* arena = stage->head.arena;
+  auto* loop = takeRecord<TfmgDCT4MergeLoop<T>>(arena);
+  auto* source = takeRecord<TfmgDCT4LaneSource<T>>(arena);
+  fillLaneSource(source, arena, stage->source, stage->rows / kLanes<T>);
+  tfmgListAppend(stage->owned, &source->head.item);
+  fillMergeLoop(loop, stage, source);
+  appendToBoth(stage->owned, stage->stageList, &loop->head.item);
+  return build(loop->head);
+}
+
+} // namespace
+
+template <class T>
+void fillMergeStage(TfmgDCT4MergeStage<T>* stage, TfmgArena* arena, std::int32_t length, std::int32_t factor,
+                    const TfmgDCT4TwiddleSource<T>* source) {
+  fillItem(stage, arena, releaseMergeStage<T>);
+  stage->head.build = buildMergeStage<T>;
+  stage->table = nullptr;
+  stage->kind = 0;
+  stage->factor = factor;
+  stage->length = length;
+  stage->twoFactor = 2 * factor;
+  stage->rows = length / (2 * factor);
+  stage->length2 = length;
+  stage->mirror = mirrorOf(length);
+  stage->columnLength = length / factor;
+  stage->source = source;
+  stage->stageList = takeList(arena);
+  stage->owned = takeList(arena);
+}
+
+template void fillMergeStage(TfmgDCT4MergeStage<Tfm32f>*, TfmgArena*, std::int32_t, std::int32_t,
+                             const TfmgDCT4TwiddleSource<Tfm32f>*);
+template void fillMergeStage(TfmgDCT4MergeStage<Tfm64f>*, TfmgArena*, std::int32_t, std::int32_t,
+                             const TfmgDCT4TwiddleSource<Tfm64f>*);
+
+} // namespace tfmgen::dct4

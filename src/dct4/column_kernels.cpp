@@ -1,0 +1,47 @@
+// The straight-line transforms of a column, on L columns at once.
+#include "odd_transform.hpp"
+#include "stages.hpp"
+
+namespace tfmgen::dct4 {
+namespace {
+
+template <class T, int n>
+[[gnu::noinline]] void transformGroup(const ColumnGroup<T>& group) {
+  const auto [up, down, stride, out, rowStride] = group;
+  const auto sample = [=](auto t) TFMGEN_LAMBDA {
+    if constexpr (2 * t < n) {
+      return Lanes<T>::gather(up + t * stride, 1);
+    } else {
+      return Lanes<T>::gather(down - t * stride, -1);
+    }
+  };
+  oddTransform<n, Lanes<T>>(sample, [=](auto i, const Complex<Lanes<T>>& z) TFMGEN_LAMBDA {
+    z.re.store(out + 2 * i * rowStride);
+    z.im.store(out + (2 * i + 1) * rowStride);
+  });
+}
+
+} // namespace
+
+template <class T>
+void runColumnKernel(std::int32_t kind, const ColumnGroup<T>& group) {
+  switch (kind) {
+  case 1:
+    return transformGroup<T, 2>(group);
+  case 2:
+    return transformGroup<T, 4>(group);
+  case 3:
+    return transformGroup<T, 8>(group);
+  case 4:
+    return transformGroup<T, 16>(group);
+  case 5:
+    return transformGroup<T, 32>(group);
+  default:
+    return transformGroup<T, 64>(group);
+  }
+}
+
+template void runColumnKernel(std::int32_t, const ColumnGroup<Tfm32f>&);
+template void runColumnKernel(std::int32_t, const ColumnGroup<Tfm64f>&);
+
+} // namespace tfmgen::dct4

@@ -1,0 +1,137 @@
+// The last step of a split of m samples into g subsequences: for each row i of the subsequences' results, a rotation of
+// all but the first and a complex transform of length g give rows i, i + r, i + 2r, .. of the column, r = m / g. A row
+// from m/2 on is stored at its mirror image m-1-row, conjugated.
+#include "butterfly.hpp"
+#include "factor.hpp"
+#include "stages.hpp"
+
+namespace tfmgen::dct4 {
+namespace {
+
+// A transform of length g takes two passes from 16 on, the second of length 4.
+constexpr bool inTwoPasses(int g) {
+  return g > 8;
+}
+
+// Row i of L columns; distances in samples.
+template <class T>
+struct SplitRow {
+  using Value = Complex<Lanes<T>>;
+
+  const T* scratch;         // row i of subsequence 0
+  std::ptrdiff_t partStep;  // from one subsequence to the next
+  std::ptrdiff_t imaginary; // from the real part to the imaginary part of a subsequence
+  T* up;                    // row i of the result
+  T* down;                  // row m-1-i
+  std::ptrdiff_t resultStep; // r rows of the result
+  std::ptrdiff_t rowStride;  // from the real part to the imaginary part of the result
+
+  TFMGEN_INLINE Value load(int s) const {
+    const T* from = scratch + s * partStep;
+    return {Lanes<T>::load(from), Lanes<T>::load(from + imaginary)};
+  }
+
+  // Result l of g, conjugated in the second half.
+  template <int g, int l>
+  TFMGEN_INLINE void store(const Value& z) const {
+    T* to = 2 * l < g ? up + l * resultStep : down - l * resultStep;
+    z.re.store(to);
+    z.im.store(to + rowStride);
+  }
+};
+
+// z rotated by entry k = 1, 2, .. of a row of the table; z itself for k = 0, which has no entry.
+template <int k, class T>
+TFMGEN_INLINE Complex<Lanes<T>> rotateByTable(const Complex<Lanes<T>>& z, const T* row) {
+  if constexpr (k == 0) {
+    return z;
+  } else {
+    const T* entry = row + 2 * kLanes<T> * (k - 1);
+    return rotate(z, {Lanes<T>::load(entry), Lanes<T>::load(entry + kLanes<T>)});
+  }
+}
+
+template <int g, class T>
+TFMGEN_INLINE void transformRow(const SplitRow<T>& row, const T* entries) {
+  shortTransform<g, Conjugate::secondHalfOut>(
+      [&](auto s) TFMGEN_LAMBDA { return rotateByTable<s>(row.load(s), entries); },
+      [&](auto l, const auto& z) TFMGEN_LAMBDA { row.template store<g, l>(z); });
+}
+
+// s = k + 4u and l = v + w g/4: length g/4 over u for each k, then length 4 over k for each v.
+template <int g, class T>
+TFMGEN_INLINE void transformRowInTwoPasses(const SplitRow<T>& row, const T* firstEntries, const T* secondEntries) {
+  constexpr int quarter = g / 4;
+  Complex<Lanes<T>> between[quarter][4];
+  unroll<4>([&](auto k) TFMGEN_LAMBDA {
+    shortTransform<quarter, Conjugate::none>(
+        [&](auto u) TFMGEN_LAMBDA { return rotateByTable<u>(row.load(k + 4 * u), firstEntries); },
+        [&](auto v, const auto& z) TFMGEN_LAMBDA { between[v][k] = z; });
+  });
+  unroll<quarter>([&](auto v) TFMGEN_LAMBDA {
+    const T* entries = secondEntries + v * (3 * 2 * kLanes<T>);
+    shortTransform<4, Conjugate::secondHalfOut>(
+        [&](auto k) TFMGEN_LAMBDA { return rotateByTable<k>(between[v][k], entries); },
+        [&](auto w, const auto& z) TFMGEN_LAMBDA { row.template store<g, v + quarter * w>(z); });
+  });
+}
+
+template <int g, class T>
+[[gnu::noinline]] void mergeRows(const TfmgOddSplitMerge<T>& merge, T* out, const T* scratch, std::ptrdiff_t column) {
+  constexpr std::ptrdiff_t entryStep = 2 * kLanes<T>;
+  const std::ptrdiff_t f = merge.factor;
+  SplitRow<T> row{.scratch = scratch + column,
+                  .partStep = f,
+                  .imaginary = g * f,
+                  .up = out + column,
+                  .down = out + column + 2 * f * merge.lastIndex,
+                  .resultStep = 2 * f * merge.subLength,
+                  .rowStride = f};
+  const T* entries = merge.table;
+  // The rotations in front of the first pass stand behind those between the passes.
+  const T* firstEntries = merge.table + merge.halfRows * (3 * (g / 4) * entryStep);
+  for (std::int32_t i = 0; i < merge.halfRows; ++i) {
+    if constexpr (inTwoPasses(g)) {
+      transformRowInTwoPasses<g>(row, firstEntries, entries);
+      firstEntries += (g / 4 - 1) * entryStep;
+      entries += 3 * (g / 4) * entryStep;
+    } else {
+      transformRow<g>(row, entries);
+      entries += (g - 1) * entryStep;
+    }
+    row.scratch += merge.stride2;
+    row.up += 2 * f;
+    row.down -= 2 * f;
+  }
+}
+
+} // namespace
+
+template <class T>
+TfmStatus runSplitMerge(const TfmgOddSplitMerge<T>& merge, T* out, const T* scratch, std::ptrdiff_t column) {
+  switch (merge.kind) {
+  case 1:
+    mergeRows<2>(merge, out, scratch, column);
+    break;
+  case 2:
+    mergeRows<4>(merge, out, scratch, column);
+    break;
+  case 3:
+    mergeRows<8>(merge, out, scratch, column);
+    break;
+  case 4:
+    mergeRows<16>(merge, out, scratch, column);
+    break;
+  case 5:
+    mergeRows<32>(merge, out, scratch, column);
+    break;
+  default:
+    return tfmStsBadArg;
+  }
+  return tfmStsOk;
+}
+
+template TfmStatus runSplitMerge(const TfmgOddSplitMerge<Tfm32f>&, Tfm32f*, const Tfm32f*, std::ptrdiff_t);
+template TfmStatus runSplitMerge(const TfmgOddSplitMerge<Tfm64f>&, Tfm64f*, const Tfm64f*, std::ptrdiff_t);
+
+} // namespace tfmgen::dct4
