@@ -71,7 +71,7 @@ TFMGEN_INLINE void transformColumns(const T* src, T* dst) {
 } // namespace
 
 template <class T, int N>
-void codelet(const T* src, T* dst) {
+TfmStatus codelet(const T* src, T* dst) {
   if constexpr (N == 2) {
     transformTwo(src, dst);
   } else if constexpr (N == 4) {
@@ -80,17 +80,18 @@ void codelet(const T* src, T* dst) {
     constexpr int f = N == 16 ? 4 : 2;
     transformColumns<T, f, N / f>(src, dst);
   }
+  return tfmStsOk;
 }
 
-template void codelet<Tfm32f, 2>(const Tfm32f*, Tfm32f*);
-template void codelet<Tfm32f, 4>(const Tfm32f*, Tfm32f*);
-template void codelet<Tfm32f, 8>(const Tfm32f*, Tfm32f*);
-template void codelet<Tfm32f, 16>(const Tfm32f*, Tfm32f*);
-template void codelet<Tfm32f, 32>(const Tfm32f*, Tfm32f*);
-template void codelet<Tfm64f, 2>(const Tfm64f*, Tfm64f*);
-template void codelet<Tfm64f, 4>(const Tfm64f*, Tfm64f*);
-template void codelet<Tfm64f, 8>(const Tfm64f*, Tfm64f*);
-template void codelet<Tfm64f, 16>(const Tfm64f*, Tfm64f*);
-template void codelet<Tfm64f, 32>(const Tfm64f*, Tfm64f*);
+template TfmStatus codelet<Tfm32f, 2>(const Tfm32f*, Tfm32f*);
+template TfmStatus codelet<Tfm32f, 4>(const Tfm32f*, Tfm32f*);
+template TfmStatus codelet<Tfm32f, 8>(const Tfm32f*, Tfm32f*);
+template TfmStatus codelet<Tfm32f, 16>(const Tfm32f*, Tfm32f*);
+template TfmStatus codelet<Tfm32f, 32>(const Tfm32f*, Tfm32f*);
+template TfmStatus codelet<Tfm64f, 2>(const Tfm64f*, Tfm64f*);
+template TfmStatus codelet<Tfm64f, 4>(const Tfm64f*, Tfm64f*);
+template TfmStatus codelet<Tfm64f, 8>(const Tfm64f*, Tfm64f*);
+template TfmStatus codelet<Tfm64f, 16>(const Tfm64f*, Tfm64f*);
+template TfmStatus codelet<Tfm64f, 32>(const Tfm64f*, Tfm64f*);
 
 } // namespace tfmgen::dct4

@@ -6,8 +6,8 @@
 
 namespace tfmgen::dct4 {
 
-// N samples each; no alignment is needed.
+// N samples each; no alignment is needed. Always tfmStsOk, so that the driver can hand over to it.
 template <class T, int N>
-void codelet(const T* src, T* dst);
+TfmStatus codelet(const T* src, T* dst);
 
 } // namespace tfmgen::dct4

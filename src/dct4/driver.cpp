@@ -8,7 +8,7 @@ namespace {
 // A stage whose kind is not 1 is skipped, and what a stage returns is dropped: a bad kind of the root is the one failure
 // of an execution.
 template <class T>
-void runStages(const TfmgDCT4Plan& plan, const T* src, T* dst) {
+[[gnu::noinline]] TfmStatus runStages(const TfmgDCT4Plan& plan, const T* src, T* dst) {
   auto* work = static_cast<T*>(plan.work);
   const auto* column = recordOf<TfmgOddColumnStage<T>>(tfmgListItem(plan.columnList, 0));
   if (column->kind == 1) {
@@ -18,33 +18,27 @@ void runStages(const TfmgDCT4Plan& plan, const T* src, T* dst) {
   if (merge->kind == 1) {
     runMergeLoop(*recordOf<TfmgDCT4MergeLoop<T>>(tfmgListItem(merge->stageList, 0)), dst, work);
   }
+  return tfmStsOk;
 }
 
 template <class T>
 TfmStatus run(const TfmgDCT4Plan& plan, const T* src, T* dst) {
   switch (plan.kind) {
   case 1:
-    codelet<T, 2>(src, dst);
-    break;
+    return codelet<T, 2>(src, dst);
   case 2:
-    codelet<T, 4>(src, dst);
-    break;
+    return codelet<T, 4>(src, dst);
   case 3:
-    codelet<T, 8>(src, dst);
-    break;
+    return codelet<T, 8>(src, dst);
   case 4:
-    codelet<T, 16>(src, dst);
-    break;
+    return codelet<T, 16>(src, dst);
   case 5:
-    codelet<T, 32>(src, dst);
-    break;
+    return codelet<T, 32>(src, dst);
   case kStagedPlan:
-    runStages(plan, src, dst);
-    break;
+    return runStages(plan, src, dst);
   default:
     return tfmStsBadArg;
   }
-  return tfmStsOk;
 }
 
 template <class T>

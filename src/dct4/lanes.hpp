@@ -28,6 +28,14 @@ TFMGEN_INLINE void storeSample(T* to, T value) {
   reinterpret_cast<Sample<T>*>(to)->value = value;
 }
 
+// Makes the compiler forget where a value came from, so that it does not join accesses to neighbouring samples into wider
+// ones. No instruction comes of it.
+template <class V>
+TFMGEN_INLINE V opaque(V value) {
+  asm("" : "+x"(value));
+  return value;
+}
+
 // One 128-bit vector. Arithmetic runs lane by lane; lanes meet memory as scalars in gather and scatter, and as aligned
 // vectors in load and store.
 template <class T>
@@ -37,26 +45,22 @@ template <>
 struct Lanes<float> {
   __m128 value;
 
-  TFMGEN_INLINE static Lanes broadcast(float x) { return {_mm_set1_ps(x)}; }
+  TFMGEN_INLINE static Lanes broadcast(float x) { return {__m128{x, x, x, x}}; }
   TFMGEN_INLINE static Lanes load(const float* from) { return {_mm_load_ps(from)}; }
   TFMGEN_INLINE void store(float* to) const { _mm_store_ps(to, value); }
 
   // Lane l from from[l * step].
   TFMGEN_INLINE static Lanes gather(const float* from, std::ptrdiff_t step) {
-    const __m128 a = scalar(from);
-    const __m128 b = scalar(from + step);
-    const __m128 ab = _mm_unpacklo_ps(a, b);
-    const __m128 c = scalar(from + 2 * step);
-    const __m128 d = scalar(from + 3 * step);
-    return {_mm_movelh_ps(ab, _mm_unpacklo_ps(c, d))};
+    const __m128 ab = pair(from, from + step);
+    return {_mm_movelh_ps(ab, pair(from + 2 * step, from + 3 * step))};
   }
 
   // Lane l to to[l * step].
   TFMGEN_INLINE void scatter(float* to, std::ptrdiff_t step) const {
-    put(to, value);
-    put(to + step, _mm_shuffle_ps(value, value, 1));
-    put(to + 2 * step, _mm_movehl_ps(value, value));
-    put(to + 3 * step, _mm_shuffle_ps(value, value, 3));
+    storeSample(to, lane<0>());
+    storeSample(to + step, lane<1>());
+    storeSample(to + 2 * step, lane<2>());
+    storeSample(to + 3 * step, lane<3>());
   }
 
   TFMGEN_INLINE friend Lanes operator+(Lanes a, Lanes b) { return {_mm_add_ps(a.value, b.value)}; }
@@ -64,12 +68,18 @@ struct Lanes<float> {
   TFMGEN_INLINE friend Lanes operator*(Lanes a, Lanes b) { return {_mm_mul_ps(a.value, b.value)}; }
 
 private:
-  // Compilers would join neighbouring elements into wider accesses, hence volatile.
-  TFMGEN_INLINE static __m128 scalar(const float* from) {
-    return _mm_set_ss(reinterpret_cast<const volatile Sample<float>*>(from)->value);
+  TFMGEN_INLINE static __m128 pair(const float* a, const float* b) {
+    const __m128 low = opaque(_mm_set_ss(loadSample(a)));
+    return _mm_unpacklo_ps(low, _mm_set_ss(loadSample(b)));
   }
-  TFMGEN_INLINE static void put(float* to, __m128 lane) {
-    reinterpret_cast<volatile Sample<float>*>(to)->value = _mm_cvtss_f32(lane);
+
+  template <int index>
+  TFMGEN_INLINE float lane() const {
+    if constexpr (index == 0) {
+      return _mm_cvtss_f32(value);
+    } else {
+      return _mm_cvtss_f32(_mm_castsi128_ps(opaque(_mm_shuffle_epi32(_mm_castps_si128(value), index))));
+    }
   }
 };
 
@@ -77,31 +87,22 @@ template <>
 struct Lanes<double> {
   __m128d value;
 
-  TFMGEN_INLINE static Lanes broadcast(double x) { return {_mm_set1_pd(x)}; }
+  TFMGEN_INLINE static Lanes broadcast(double x) { return {__m128d{x, x}}; }
   TFMGEN_INLINE static Lanes load(const double* from) { return {_mm_load_pd(from)}; }
   TFMGEN_INLINE void store(double* to) const { _mm_store_pd(to, value); }
 
   TFMGEN_INLINE static Lanes gather(const double* from, std::ptrdiff_t step) {
-    const __m128d a = scalar(from);
-    return {_mm_unpacklo_pd(a, scalar(from + step))};
+    return {_mm_loadh_pd(opaque(_mm_set_sd(loadSample(from))), from + step)};
   }
 
   TFMGEN_INLINE void scatter(double* to, std::ptrdiff_t step) const {
-    put(to, value);
-    put(to + step, _mm_unpackhi_pd(value, value));
+    _mm_storel_pd(to, value);
+    _mm_storeh_pd(to + step, opaque(value));
   }
 
   TFMGEN_INLINE friend Lanes operator+(Lanes a, Lanes b) { return {_mm_add_pd(a.value, b.value)}; }
   TFMGEN_INLINE friend Lanes operator-(Lanes a, Lanes b) { return {_mm_sub_pd(a.value, b.value)}; }
   TFMGEN_INLINE friend Lanes operator*(Lanes a, Lanes b) { return {_mm_mul_pd(a.value, b.value)}; }
-
-private:
-  TFMGEN_INLINE static __m128d scalar(const double* from) {
-    return _mm_set_sd(reinterpret_cast<const volatile Sample<double>*>(from)->value);
-  }
-  TFMGEN_INLINE static void put(double* to, __m128d lane) {
-    reinterpret_cast<volatile Sample<double>*>(to)->value = _mm_cvtsd_f64(lane);
-  }
 };
 
 // The sample type of a value type.
