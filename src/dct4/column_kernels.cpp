@@ -6,18 +6,17 @@ namespace tfmgen::dct4 {
 namespace {
 
 template <class T, int n>
-[[gnu::noinline]] void transformGroup(const ColumnGroup<T>& group) {
-  const auto [up, down, stride, out, rowStride] = group;
+[[gnu::noinline]] void transformGroup(ColumnGroup<T> group) {
   const auto sample = [=](auto t) TFMGEN_LAMBDA {
     if constexpr (2 * t < n) {
-      return Lanes<T>::gather(up + t * stride, 1);
+      return Lanes<T>::gather(group.up + t * group.stride, 1);
     } else {
-      return Lanes<T>::gather(down - t * stride, -1);
+      return Lanes<T>::gather(group.down - t * group.stride, -1);
     }
   };
   oddTransform<n, Lanes<T>>(sample, [=](auto i, const Complex<Lanes<T>>& z) TFMGEN_LAMBDA {
-    z.re.store(out + 2 * i * rowStride);
-    z.im.store(out + (2 * i + 1) * rowStride);
+    z.re.store(group.out + 2 * i * group.rowStride);
+    z.im.store(group.out + (2 * i + 1) * group.rowStride);
   });
 }
 
