@@ -20,7 +20,9 @@ inline constexpr Index<i> at{};
 // body(at<0>), ..., body(at<count - 1>).
 template <int count, class Body>
 TFMGEN_INLINE void unroll(const Body& body) {
-  [&]<int... i>(std::integer_sequence<int, i...>) TFMGEN_LAMBDA { (body(at<i>), ...); }
+  [&]<int... i>(std::integer_sequence<int, i...>) TFMGEN_LAMBDA {
+    (body(at<i>), ...);
+  }
   (std::make_integer_sequence<int, count>{});
 }
 
@@ -88,8 +90,8 @@ TFMGEN_INLINE Complex<V> rotateEighth(Complex<V> z) {
   return {(z.re - z.im) * r, (z.re + z.im) * r};
 }
 
-// The transform sum over k of e(2 pi k l / g) z(k), l = 0 .. g-1, of length g = 2, 4 or 8. in(at<k>) gives input k, asked
-// for once and when it is needed; out(at<l>, value) takes result l.
+// The transform sum over k of e(2 pi k l / g) z(k), l = 0 .. g-1, of length g = 2, 4 or 8. in(at<k>) gives input k,
+// asked for once and when it is needed; out(at<l>, value) takes result l.
 template <int g, Conjugate conjugate, class In, class Out>
 TFMGEN_INLINE void shortTransform(const In& in, const Out& out) {
   constexpr Conjugate first = conjugate == Conjugate::secondHalfIn ? conjugate : Conjugate::none;

@@ -64,8 +64,8 @@ TFMGEN_INLINE void transformColumns(const In& in, const Out& out) {
     const auto rotated = [&](auto j) TFMGEN_LAMBDA {
       return rotate(rows[i][j], unitRoot<V, (2 * i + 1) * (2 * j + 1), 4 * N>());
     };
-    oddTransposed<2 * f, V>(
-        rotated, [&](auto c, const V& value) TFMGEN_LAMBDA { out(at<outputIndex<N, n, c, i>()>, value); });
+    oddTransposed<2 * f, V>(rotated,
+                            [&](auto c, const V& value) TFMGEN_LAMBDA { out(at<outputIndex<N, n, c, i>()>, value); });
   });
 }
 

@@ -1,5 +1,5 @@
-// Straight-line DCT-IV of the shortest lengths: everything is read before anything is written, so that the arrays may be
-// the same.
+// Straight-line DCT-IV of the shortest lengths: everything is read before anything is written, so that the arrays may
+// be the same.
 #pragma once
 
 #include "tfmgen.h"

@@ -1,5 +1,5 @@
-// The column stage: all columns by their kernel, or by splits where they are too long for one. A long column is finished
-// for one group before the next group starts.
+// The column stage: all columns by their kernel, or by splits where they are too long for one. A long column is
+// finished for one group before the next group starts.
 #include "factor.hpp"
 #include "stages.hpp"
 
@@ -33,8 +33,7 @@ TfmStatus runSplitColumns(const TfmgOddSplitColumns<T>& columns, T* scratch, con
     if (columns.kind == kSplitColumn) {
       runSplit(*recordOf<TfmgOddSplit<T>>(tfmgListItem(columns.stageList, 0)), scratch, part);
     } else {
-      runColumnKernel<T>(columns.kind,
-                         {part.up, part.down, columns.stride2, scratch + part.column, columns.groupStep});
+      runColumnKernel<T>(columns.kind, {part.up, part.down, columns.stride2, scratch + part.column, columns.groupStep});
     }
   }
   return tfmStsOk;

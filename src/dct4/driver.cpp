@@ -5,8 +5,8 @@
 namespace tfmgen::dct4 {
 namespace {
 
-// A stage whose kind is not 1 is skipped, and what a stage returns is dropped: a bad kind of the root is the one failure
-// of an execution.
+// A stage whose kind is not 1 is skipped, and what a stage returns is dropped: a bad kind of the root is the one
+// failure of an execution.
 template <class T>
 [[gnu::noinline]] TfmStatus runStages(const TfmgDCT4Plan& plan, const T* src, T* dst) {
   auto* work = static_cast<T*>(plan.work);

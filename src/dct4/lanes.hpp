@@ -28,8 +28,8 @@ TFMGEN_INLINE void storeSample(T* to, T value) {
   reinterpret_cast<Sample<T>*>(to)->value = value;
 }
 
-// Makes the compiler forget where a value came from, so that it does not join accesses to neighbouring samples into wider
-// ones. No instruction comes of it.
+// Makes the compiler forget where a value came from, so that it does not join accesses to neighbouring samples into
+// wider ones. No instruction comes of it.
 template <class V>
 TFMGEN_INLINE V opaque(V value) {
   asm("" : "+x"(value));

@@ -49,12 +49,12 @@ struct Layout {
                 offsetof(Column, factor) == 76 && offsetof(Column, length2) == 80 && offsetof(Column, factor2) == 84);
 
   using ColumnLoop = TfmgOddColumnLoop<T>;
-  static_assert(sizeof(ColumnLoop) == 88 && offsetof(ColumnLoop, owned) == 32 && offsetof(ColumnLoop, stageList) == 40 &&
-                offsetof(ColumnLoop, table) == 48 && offsetof(ColumnLoop, kind) == 56 &&
-                offsetof(ColumnLoop, columnLength) == 60 && offsetof(ColumnLoop, length) == 64 &&
-                offsetof(ColumnLoop, mirror) == 68 && offsetof(ColumnLoop, twoFactor) == 72 &&
-                offsetof(ColumnLoop, columnGroups) == 76 && offsetof(ColumnLoop, length2) == 80 &&
-                offsetof(ColumnLoop, factor) == 84);
+  static_assert(sizeof(ColumnLoop) == 88 && offsetof(ColumnLoop, owned) == 32 &&
+                offsetof(ColumnLoop, stageList) == 40 && offsetof(ColumnLoop, table) == 48 &&
+                offsetof(ColumnLoop, kind) == 56 && offsetof(ColumnLoop, columnLength) == 60 &&
+                offsetof(ColumnLoop, length) == 64 && offsetof(ColumnLoop, mirror) == 68 &&
+                offsetof(ColumnLoop, twoFactor) == 72 && offsetof(ColumnLoop, columnGroups) == 76 &&
+                offsetof(ColumnLoop, length2) == 80 && offsetof(ColumnLoop, factor) == 84);
 
   using Split = TfmgOddSplit<T>;
   static_assert(sizeof(Split) == 96 && offsetof(Split, owned) == 32 && offsetof(Split, mergeList) == 40 &&

@@ -3,9 +3,9 @@
 
 namespace tfmgen::dct4 {
 
-// The column at `position` of a row of f columns. Columns b and f-1-b meet in the first butterfly of the kernel, so they
-// stand together; at f = 32 two such pairs, 16 apart, share a radix-4 butterfly, and the pairs follow in the order in
-// which the next butterflies want them.
+// The column at `position` of a row of f columns. Columns b and f-1-b meet in the first butterfly of the kernel, so
+// they stand together; at f = 32 two such pairs, 16 apart, share a radix-4 butterfly, and the pairs follow in the order
+// in which the next butterflies want them.
 constexpr int mergeColumn(int f, int position) {
   const int pair = position / 2;
   const int column = f == 32 ? pair / 8 + 4 * (pair / 2 % 4) + 16 * (pair % 2) : pair;

@@ -1,5 +1,5 @@
-// The merge stage: L adjacent rows of `work`, one in each lane, are rotated and go through the transpose of T(2f), whose
-// outputs are 2f runs of L adjacent samples of the result.
+// The merge stage: L adjacent rows of `work`, one in each lane, are rotated and go through the transpose of T(2f),
+// whose outputs are 2f runs of L adjacent samples of the result.
 #include "factor.hpp"
 #include "odd_transform.hpp"
 #include "stages.hpp"

@@ -1,9 +1,9 @@
 // The odd-frequency transform of a real sequence, T(n), and its transpose.
 //
 // T(n) takes g(0) .. g(n-1) to C(i) + i S(i) = sum over t of g(t) e(pi (2i+1) t / n), i = 0 .. n/2-1: n real numbers to
-// n/2 complex ones. A row from n/2 on is the conjugate of row n-1-i, which the last butterflies use. In a DCT-IV the second
-// half of each sequence stands in the mirror image of the input, with its sign changed; T takes those samples as they
-// stand and keeps the sign in its own additions.
+// n/2 complex ones. A row from n/2 on is the conjugate of row n-1-i, which the last butterflies use. In a DCT-IV the
+// second half of each sequence stands in the mirror image of the input, with its sign changed; T takes those samples as
+// they stand and keeps the sign in its own additions.
 #pragma once
 
 #include "butterfly.hpp"
@@ -66,9 +66,9 @@ constexpr int firstLevelRow(int q) {
   return column < 8 ? column : 15 - column;
 }
 
-// h(c) = Re sum over i of z(i) e(pi (2i+1) c / n), c = 0 .. n-1: the flow graph of T(n) run backward, rotations first and
-// the products by cos(pi/4) last. in(at<i>) gives z(i), i < n/2, asked for once; out(at<c>, value) takes h(c) for c < n/2
-// and minus h(c) from there on.
+// h(c) = Re sum over i of z(i) e(pi (2i+1) c / n), c = 0 .. n-1: the flow graph of T(n) run backward, rotations first
+// and the products by cos(pi/4) last. in(at<i>) gives z(i), i < n/2, asked for once; out(at<c>, value) takes h(c) for c
+// < n/2 and minus h(c) from there on.
 template <int n, class V, class In, class Out>
 TFMGEN_INLINE void oddTransposed(const In& in, const Out& out) {
   if constexpr (n == 2) {

@@ -1,5 +1,5 @@
-// The records of a plan: a tree in one buffer. N is the plan's length, f the factor chosen for it, n = N/f the length of
-// a column, L the lanes of a vector. All layouts are fixed, and all numbers are set when the plan is built.
+// The records of a plan: a tree in one buffer. N is the plan's length, f the factor chosen for it, n = N/f the length
+// of a column, L the lanes of a vector. All layouts are fixed, and all numbers are set when the plan is built.
 #pragma once
 
 #include "head.hpp"

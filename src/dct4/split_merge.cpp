@@ -18,11 +18,11 @@ template <class T>
 struct SplitRow {
   using Value = Complex<Lanes<T>>;
 
-  const T* scratch;         // row i of subsequence 0
-  std::ptrdiff_t partStep;  // from one subsequence to the next
-  std::ptrdiff_t imaginary; // from the real part to the imaginary part of a subsequence
-  T* up;                    // row i of the result
-  T* down;                  // row m-1-i
+  const T* scratch;          // row i of subsequence 0
+  std::ptrdiff_t partStep;   // from one subsequence to the next
+  std::ptrdiff_t imaginary;  // from the real part to the imaginary part of a subsequence
+  T* up;                     // row i of the result
+  T* down;                   // row m-1-i
   std::ptrdiff_t resultStep; // r rows of the result
   std::ptrdiff_t rowStride;  // from the real part to the imaginary part of the result
 

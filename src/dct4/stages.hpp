@@ -1,8 +1,8 @@
 // The two stages of a plan, kind 6, and what they are made of. Every routine tests the kind of its own record first,
 // returns tfmStsBadArg for one that no construction leaves and has written nothing then.
 //
-// A matrix of columns, such as `work`, has a row for the real parts and a row for the imaginary parts of each result i of
-// the columns' transforms: rows 2i and 2i+1. Its rows are 16-byte aligned.
+// A matrix of columns, such as `work`, has a row for the real parts and a row for the imaginary parts of each result i
+// of the columns' transforms: rows 2i and 2i+1. Its rows are 16-byte aligned.
 #pragma once
 
 #include "records.hpp"
@@ -12,8 +12,8 @@
 namespace tfmgen::dct4 {
 
 // L adjacent columns, one in each lane. Sample t of lane l stands at up[t stride + l] in the first half of the column
-// and, with its sign changed, at down[-t stride - l] in the second; neither needs an alignment. The result goes to rows of
-// `rowStride` samples at `out`.
+// and, with its sign changed, at down[-t stride - l] in the second; neither needs an alignment. The result goes to rows
+// of `rowStride` samples at `out`.
 template <class T>
 struct ColumnGroup {
   const T* up;

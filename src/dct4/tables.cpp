@@ -86,8 +86,8 @@ void writeRow(SplitTableWriter<T>& writer, std::int32_t g, T x) {
   }
 }
 
-// A transform of length 4 `sets` in two passes. The rotations between the passes come first in the table: three for each
-// of the `sets` results v of the first pass. Those in front of the first pass follow.
+// A transform of length 4 `sets` in two passes. The rotations between the passes come first in the table: three for
+// each of the `sets` results v of the first pass. Those in front of the first pass follow.
 template <class T>
 void writeTwoPasses(SplitTableWriter<T>& writer, const TfmgOddSplitMerge<T>* merge, std::int32_t sets) {
   const auto value = [merge](std::int32_t row) { return merge->source->head.value(merge->source, row); };

@@ -9,8 +9,7 @@ namespace tfmgen::dct4 {
 
 // Fill a source record.
 template <class T>
-void fillTwiddleSource(TfmgDCT4TwiddleSource<T>* source, TfmgArena* arena, std::int32_t length,
-                                            std::int32_t factor);
+void fillTwiddleSource(TfmgDCT4TwiddleSource<T>* source, TfmgArena* arena, std::int32_t length, std::int32_t factor);
 template <class T>
 void fillLaneSource(TfmgDCT4LaneSource<T>* source, TfmgArena* arena, const TfmgDCT4TwiddleSource<T>* twiddles,
                     std::int32_t blocks);

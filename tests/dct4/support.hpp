@@ -1,0 +1,206 @@
+// What the tests of the DCT-IV share: one spelling of both sample types, memory between inaccessible pages, references.
+#pragma once
+
+#include "tfmgen.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <complex>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <numbers>
+#include <random>
+#include <vector>
+
+namespace dct4test {
+
+template <class T>
+struct Api;
+
+template <>
+struct Api<Tfm32f> {
+  static constexpr auto getSize = tfmgDCT4GetSize_32f;
+  static constexpr auto init = tfmgDCT4Init_32f;
+  static constexpr auto initAlloc = tfmgDCT4InitAlloc_32f;
+  static constexpr auto free = tfmgDCT4Free_32f;
+  static constexpr auto run = tfmgDCT4_32f;
+};
+
+template <>
+struct Api<Tfm64f> {
+  static constexpr auto getSize = tfmgDCT4GetSize_64f;
+  static constexpr auto init = tfmgDCT4Init_64f;
+  static constexpr auto initAlloc = tfmgDCT4InitAlloc_64f;
+  static constexpr auto free = tfmgDCT4Free_64f;
+  static constexpr auto run = tfmgDCT4_64f;
+};
+
+// Accessible bytes that end (or start) at an inaccessible page, so that the first access outside stops the test.
+class GuardedBytes {
+public:
+  explicit GuardedBytes(std::size_t bytes)
+      : page_(static_cast<std::size_t>(sysconf(_SC_PAGESIZE))), inside_((bytes + page_ - 1) / page_ * page_),
+        bytes_(bytes) {
+    void* block = mmap(nullptr, inside_ + 2 * page_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    start_ = static_cast<std::byte*>(block) + page_;
+    if (block == MAP_FAILED || mprotect(start_, inside_, PROT_READ | PROT_WRITE) != 0) {
+      std::perror("guarded memory");
+      std::abort();
+    }
+  }
+  ~GuardedBytes() { munmap(start_ - page_, inside_ + 2 * page_); }
+  GuardedBytes(const GuardedBytes&) = delete;
+  GuardedBytes& operator=(const GuardedBytes&) = delete;
+
+  [[nodiscard]] std::byte* front() const { return start_; }                   // after an inaccessible page
+  [[nodiscard]] std::byte* back() const { return start_ + inside_ - bytes_; } // up to an inaccessible page
+  void protect() const { mprotect(start_, inside_, PROT_READ); }
+
+private:
+  std::size_t page_;
+  std::size_t inside_;
+  std::size_t bytes_;
+  std::byte* start_ = nullptr;
+};
+
+// A plan of the library's own allocation.
+template <class T>
+class Plan {
+public:
+  explicit Plan(std::int32_t length) {
+    if (Api<T>::initAlloc(&plan_, length) != tfmStsOk) {
+      std::abort();
+    }
+  }
+  ~Plan() { Api<T>::free(plan_); }
+  Plan(const Plan&) = delete;
+  Plan& operator=(const Plan&) = delete;
+
+  TfmgDCT4Plan* operator()() const { return plan_; }
+
+private:
+  TfmgDCT4Plan* plan_ = nullptr;
+};
+
+// Uniform over [-1, 1).
+template <class T>
+std::vector<T> randomSamples(std::size_t count, unsigned seed) {
+  std::mt19937 bits(seed);
+  std::vector<T> samples(count);
+  for (T& sample : samples) {
+    sample = static_cast<T>(std::ldexp(static_cast<double>(bits()), -31) - 1.0);
+  }
+  return samples;
+}
+
+template <class T>
+std::vector<T> impulse(std::size_t count, std::size_t at) {
+  std::vector<T> samples(count);
+  samples[at] = 1;
+  return samples;
+}
+
+// cos(pi numerator / denominator), reduced in integers first.
+inline long double cosPiRatio(std::int64_t numerator, std::int64_t denominator) {
+  const std::int64_t n = numerator % (2 * denominator);
+  return std::cos(std::numbers::pi_v<long double> * static_cast<long double>(n) /
+                  static_cast<long double>(denominator));
+}
+
+// The defining sum.
+template <class T>
+std::vector<long double> dct4ByDefinition(const std::vector<T>& x) {
+  const auto n = static_cast<std::int64_t>(x.size());
+  std::vector<long double> table(static_cast<std::size_t>(8 * n));
+  for (std::size_t i = 0; i < table.size(); ++i) {
+    table[i] = cosPiRatio(static_cast<std::int64_t>(i), 4 * n);
+  }
+  std::vector<long double> y(x.size());
+  for (std::int64_t k = 0; k < n; ++k) {
+    for (std::int64_t t = 0; t < n; ++t) {
+      y[static_cast<std::size_t>(k)] += static_cast<long double>(x[static_cast<std::size_t>(t)]) *
+                                        table[static_cast<std::size_t>((2 * t + 1) * (2 * k + 1) % (8 * n))];
+    }
+  }
+  return y;
+}
+
+using ComplexL = std::complex<long double>;
+
+inline ComplexL root(std::int64_t numerator, std::int64_t denominator) {
+  return std::polar(1.0L, std::numbers::pi_v<long double> * static_cast<long double>(numerator) /
+                              static_cast<long double>(denominator));
+}
+
+// Forward DFT of a power-of-two length, by halves.
+inline std::vector<ComplexL> dft(const std::vector<ComplexL>& x) {
+  const std::size_t half = x.size() / 2;
+  if (half == 0) {
+    return x;
+  }
+  std::vector<ComplexL> even(half);
+  std::vector<ComplexL> odd(half);
+  for (std::size_t i = 0; i < half; ++i) {
+    even[i] = x[2 * i];
+    odd[i] = x[2 * i + 1];
+  }
+  even = dft(even);
+  odd = dft(odd);
+  std::vector<ComplexL> y(x.size());
+  for (std::size_t i = 0; i < half; ++i) {
+    const ComplexL turned = odd[i] * root(-static_cast<std::int64_t>(i), static_cast<std::int64_t>(half));
+    y[i] = even[i] + turned;
+    y[i + half] = even[i] - turned;
+  }
+  return y;
+}
+
+// The same transform through a complex DFT of half the length; N is a power of two.
+template <class T>
+std::vector<long double> dct4ByDft(const std::vector<T>& x) {
+  const std::size_t n = x.size();
+  const auto twiddle = [n](std::size_t i) {
+    return root(-static_cast<std::int64_t>(4 * i + 1), static_cast<std::int64_t>(4 * n));
+  };
+  std::vector<ComplexL> z(n / 2);
+  for (std::size_t i = 0; i < n / 2; ++i) {
+    z[i] = ComplexL(x[2 * i], x[n - 1 - 2 * i]) * twiddle(i);
+  }
+  z = dft(z);
+  std::vector<long double> y(n);
+  for (std::size_t k = 0; k < n / 2; ++k) {
+    const ComplexL value = z[k] * root(-static_cast<std::int64_t>(k), static_cast<std::int64_t>(n));
+    y[2 * k] = value.real();
+    y[n - 1 - 2 * k] = -value.imag();
+  }
+  return y;
+}
+
+// Largest distance and root-mean-square size.
+template <class T>
+long double maxError(const std::vector<T>& actual, const std::vector<long double>& expected) {
+  long double worst = 0;
+  for (std::size_t i = 0; i < expected.size(); ++i) {
+    worst = std::max(worst, std::abs(static_cast<long double>(actual[i]) - expected[i]));
+  }
+  return worst;
+}
+
+template <class T>
+long double relativeL2Error(const std::vector<T>& actual, const std::vector<long double>& expected) {
+  long double error = 0;
+  long double size = 0;
+  for (std::size_t i = 0; i < expected.size(); ++i) {
+    const long double difference = static_cast<long double>(actual[i]) - expected[i];
+    error += difference * difference;
+    size += expected[i] * expected[i];
+  }
+  return std::sqrt(error / size);
+}
+
+} // namespace dct4test
