@@ -96,8 +96,8 @@ struct Lanes<double> {
   }
 
   TFMGEN_INLINE void scatter(double* to, std::ptrdiff_t step) const {
-    _mm_storel_pd(to, value);
-    _mm_storeh_pd(to + step, opaque(value));
+    storeSample(to, value[0]);
+    storeSample(to + step, opaque(value)[1]);
   }
 
   TFMGEN_INLINE friend Lanes operator+(Lanes a, Lanes b) { return {_mm_add_pd(a.value, b.value)}; }

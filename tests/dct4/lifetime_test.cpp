@@ -121,7 +121,7 @@ TYPED_TEST(Lifetime, BufferStartsAtAnyAddress) {
     std::vector<TypeParam> expected(x.size());
     const Plan<TypeParam> aligned(length);
     ASSERT_EQ(A::run(x.data(), expected.data(), aligned()), tfmStsOk);
-    for (const std::uintptr_t shift : {0, 1, 8, 16, 31}) {
+    for (const std::uintptr_t shift : {0U, 1U, 8U, 16U, 31U}) {
       // No byte in front of the buffer, and none behind the size but for the 31 of a negative remainder.
       const GuardedBytes memory(static_cast<std::size_t>(size) + 32 + shift);
       std::byte* buffer = memory.front() + shift;
