@@ -1,6 +1,6 @@
-// The DCT-IV beside other libraries' in one run: FFTW's REDFT11, planned by measurement, and the half-length inverse MDCT of
-// libavutil, which is a DCT-IV with its output in reverse order. Prints the usual report, then a table of ratios, worst
-// first.
+// The DCT-IV beside other libraries' in one run: FFTW's REDFT11, planned by measurement, and the half-length inverse
+// MDCT of libavutil, which is a DCT-IV with its output in reverse order. Prints the usual report, then a table of
+// ratios, worst first.
 #include "tfmgen.h"
 
 #include <benchmark/benchmark.h>
