@@ -6,41 +6,54 @@ namespace tfmgen::dct4 {
 namespace {
 
 template <class T, int n>
-[[gnu::noinline]] void transformGroup(ColumnGroup<T> group) {
+TFMGEN_INLINE void transformGroup(const T* up, const T* down, std::ptrdiff_t stride, T* out, std::ptrdiff_t rowStride) {
   const auto sample = [=](auto t) TFMGEN_LAMBDA {
     if constexpr (2 * t < n) {
-      return Lanes<T>::gather(group.up + t * group.stride, 1);
+      return Lanes<T>::gather(up + t * stride, 1);
     } else {
-      return Lanes<T>::gather(group.down - t * group.stride, -1);
+      return Lanes<T>::gather(down - t * stride, -1);
     }
   };
   oddTransform<n, Lanes<T>>(sample, [=](auto i, const Complex<Lanes<T>>& z) TFMGEN_LAMBDA {
-    z.re.store(group.out + 2 * i * group.rowStride);
-    z.im.store(group.out + (2 * i + 1) * group.rowStride);
+    z.re.store(out + 2 * i * rowStride);
+    z.im.store(out + (2 * i + 1) * rowStride);
   });
+}
+
+template <class T, int n>
+[[gnu::noinline]] void transformGroups(const ColumnGroups<T>& groups) {
+  const T* up = groups.up;
+  const T* down = groups.down;
+  T* out = groups.out;
+  for (std::int32_t group = groups.count; group > 0; --group) {
+    transformGroup<T, n>(up, down, groups.stride, out, groups.rowStride);
+    up += groups.inStep;
+    down -= groups.inStep;
+    out += groups.outStep;
+  }
 }
 
 } // namespace
 
 template <class T>
-void runColumnKernel(std::int32_t kind, const ColumnGroup<T>& group) {
+void runColumnKernel(std::int32_t kind, const ColumnGroups<T>& groups) {
   switch (kind) {
   case 1:
-    return transformGroup<T, 2>(group);
+    return transformGroups<T, 2>(groups);
   case 2:
-    return transformGroup<T, 4>(group);
+    return transformGroups<T, 4>(groups);
   case 3:
-    return transformGroup<T, 8>(group);
+    return transformGroups<T, 8>(groups);
   case 4:
-    return transformGroup<T, 16>(group);
+    return transformGroups<T, 16>(groups);
   case 5:
-    return transformGroup<T, 32>(group);
+    return transformGroups<T, 32>(groups);
   default:
-    return transformGroup<T, 64>(group);
+    return transformGroups<T, 64>(groups);
   }
 }
 
-template void runColumnKernel(std::int32_t, const ColumnGroup<Tfm32f>&);
-template void runColumnKernel(std::int32_t, const ColumnGroup<Tfm64f>&);
+template void runColumnKernel(std::int32_t, const ColumnGroups<Tfm32f>&);
+template void runColumnKernel(std::int32_t, const ColumnGroups<Tfm64f>&);
 
 } // namespace tfmgen::dct4

@@ -27,14 +27,21 @@ TfmStatus runSplitColumns(const TfmgOddSplitColumns<T>& columns, T* scratch, con
   if (!isColumnKind(columns.kind)) {
     return tfmStsBadArg;
   }
+  if (columns.kind != kSplitColumn) {
+    runColumnKernel<T>(columns.kind, {.up = group.up,
+                                      .down = group.down,
+                                      .stride = columns.stride2,
+                                      .out = scratch + group.column,
+                                      .rowStride = columns.groupStep,
+                                      .count = columns.subFactor,
+                                      .inStep = columns.twoFactor,
+                                      .outStep = columns.factor});
+    return tfmStsOk;
+  }
+  const auto& split = *recordOf<TfmgOddSplit<T>>(tfmgListItem(columns.stageList, 0));
   for (std::ptrdiff_t s = 0; s < columns.subFactor; ++s) {
-    const SplitGroup<T> part{group.up + s * columns.twoFactor, group.down - s * columns.twoFactor,
-                             group.column + s * columns.factor};
-    if (columns.kind == kSplitColumn) {
-      runSplit(*recordOf<TfmgOddSplit<T>>(tfmgListItem(columns.stageList, 0)), scratch, part);
-    } else {
-      runColumnKernel<T>(columns.kind, {part.up, part.down, columns.stride2, scratch + part.column, columns.groupStep});
-    }
+    const std::ptrdiff_t shift = s * columns.twoFactor;
+    runSplit<T>(split, scratch, {group.up + shift, group.down - shift, group.column + s * columns.factor});
   }
   return tfmStsOk;
 }
@@ -56,14 +63,20 @@ TfmStatus runColumnLoop(const TfmgOddColumnLoop<T>& loop, T* work, const T* src)
   if (!isColumnKind(loop.kind)) {
     return tfmStsBadArg;
   }
+  if (loop.kind != kSplitColumn) {
+    runColumnKernel<T>(loop.kind, {.up = src,
+                                   .down = src + loop.mirror,
+                                   .stride = loop.twoFactor,
+                                   .out = work,
+                                   .rowStride = loop.factor,
+                                   .count = loop.columnGroups,
+                                   .inStep = kLanes<T>,
+                                   .outStep = kLanes<T>});
+    return tfmStsOk;
+  }
+  const auto& split = *recordOf<TfmgOddSplit<T>>(tfmgListItem(loop.stageList, 0));
   for (std::ptrdiff_t column = 0; column < loop.factor; column += kLanes<T>) {
-    const T* up = src + column;
-    const T* down = src + (loop.mirror - column);
-    if (loop.kind == kSplitColumn) {
-      runSplit<T>(*recordOf<TfmgOddSplit<T>>(tfmgListItem(loop.stageList, 0)), work, {up, down, column});
-    } else {
-      runColumnKernel<T>(loop.kind, {up, down, loop.twoFactor, work + column, loop.factor});
-    }
+    runSplit<T>(split, work, {src + column, src + (loop.mirror - column), column});
   }
   return tfmStsOk;
 }

@@ -11,21 +11,25 @@
 
 namespace tfmgen::dct4 {
 
-// L adjacent columns, one in each lane. Sample t of lane l stands at up[t stride + l] in the first half of the column
-// and, with its sign changed, at down[-t stride - l] in the second; neither needs an alignment. The result goes to rows
-// of `rowStride` samples at `out`.
+// Groups of L adjacent columns, one in each lane. Sample t of lane l stands at up[t stride + l] in the first half of a
+// column and, with its sign changed, at down[-t stride - l] in the second; neither needs an alignment. The result goes
+// to rows of `rowStride` samples at `out`. From one group to the next `up` and `down` move apart from or towards each
+// other by `inStep`, and `out` moves by `outStep`.
 template <class T>
-struct ColumnGroup {
+struct ColumnGroups {
   const T* up;
   const T* down;
   std::ptrdiff_t stride;
   T* out;
   std::ptrdiff_t rowStride;
+  std::int32_t count; // at least 1
+  std::ptrdiff_t inStep;
+  std::ptrdiff_t outStep;
 };
 
 // T(2), T(4), .. T(64) by kind, from 1 to 6.
 template <class T>
-void runColumnKernel(std::int32_t kind, const ColumnGroup<T>& group);
+void runColumnKernel(std::int32_t kind, const ColumnGroups<T>& groups);
 
 // All columns of `src`, from N samples to the N samples of `work`.
 template <class T>
