@@ -27,7 +27,7 @@ using Samples = ::testing::Types<Tfm32f, Tfm64f>;
 TYPED_TEST_SUITE(Values, Samples);
 
 TEST(Reference, DftAgreesWithDefinition) {
-  for (const std::size_t n : {2, 8, 64, 512}) {
+  for (const std::size_t n : {2U, 8U, 64U, 512U}) {
     const auto x = randomSamples<double>(n, 1);
     EXPECT_LT(maxError(dct4ByDft(x), dct4ByDefinition(x)), 1e-16L * static_cast<long double>(n)) << n;
   }
@@ -49,7 +49,7 @@ TYPED_TEST(Values, AgreeWithReferenceAboveDefinition) {
 
 // Every entry of the matrix is met by one impulse: a wrong sign or place shows at full size.
 TYPED_TEST(Values, ImpulsesGiveTheMatrix) {
-  for (const std::size_t n : {2, 4, 8, 16, 32, 64, 128, 256}) {
+  for (const std::size_t n : {2U, 4U, 8U, 16U, 32U, 64U, 128U, 256U}) {
     const long double bound = n == 64 ? (sizeof(TypeParam) == 4 ? 2.3e-7L : 2.4e-14L) : 8 * this->kEpsilon;
     for (std::size_t at = 0; at < n; ++at) {
       const auto x = impulse<TypeParam>(n, at);
@@ -66,7 +66,7 @@ TYPED_TEST(Values, ShortestLengthIsRoundedOnce) {
 }
 
 TYPED_TEST(Values, TwoCallsMultiplyByHalfTheLength) {
-  for (const std::size_t n : {8, 1024, 8192}) {
+  for (const std::size_t n : {8U, 1024U, 8192U}) {
     const auto x = randomSamples<TypeParam>(n, 9);
     std::vector<long double> expected(x.begin(), x.end());
     for (long double& value : expected) {
