@@ -69,71 +69,6 @@ enum {
  * quotient 1.0 / d with d the rounded square root of N. */
 enum { TFM_DIV_FWD_BY_N = 1, TFM_DIV_INV_BY_N = 2, TFM_DIV_BY_SQRTN = 4, TFM_NO_DIV = 8 };
 
-/* ---- DCT-IV ------------------------------------------------------------------------------------------------------ */
-
-/* The discrete cosine transform of type IV, unnormalised and without a scaling flag:
- *
- *   pDst[k] = sum over n = 0 .. N-1 of pSrc[n] cos(pi (2n+1) (2k+1) / (4N)),   k = 0 .. N-1
- *
- * Two calls in a row multiply by N/2.
- *
- * A plan holds what a length needs. It is a tree of records in one buffer and refers to itself by address: it cannot be
- * copied or moved. A plan is for the sample type that built it; which one that was is not stored, and the functions of the
- * other type must not be given it.
- *
- * Lengths N, with k an exponent:
- *   32-bit   2, 4, 8, 16, 32, and 2^k for k = 6 .. 26
- *   64-bit   2, 4, 8, 16, 32, and 2^k for k = 6 .. 25
- * All others are tfmStsBadSize, but for those that follow, which pass and are of no use:
- *
- * - 2^k + 1, for k = 5 .. 26 (32-bit) and k = 3 .. 25 (64-bit). Plans are built and calls return tfmStsOk, but the result is
- *   no DCT-IV, some elements of pDst keep their old values (at N = 33: 4, 5, 12, 13, 20, 21, 28 and 29), some are written
- *   twice, and element N is read in pSrc and written in pDst: both arrays need N + 1 elements.
- * - 2^30 and 2^30 + 1, with 64-bit samples also 2^29 and 2^29 + 1. Their size exceeds 32 bits and wraps around to a number
- *   far below what such a plan takes. Never build a plan of them: Init and InitAlloc would write past the buffer. */
-typedef struct TfmgDCT4Plan TfmgDCT4Plan;
-
-/* Stores the bytes of a plan's buffer for `length` in *pSize. tfmStsBadSize for any other length, with *pSize untouched.
- * pSize is not checked: it must not be null. */
-TFMGEN_API TfmStatus tfmgDCT4GetSize_32f(int32_t length, int32_t* pSize);
-TFMGEN_API TfmStatus tfmgDCT4GetSize_64f(int32_t length, int32_t* pSize);
-
-/* Builds a plan in pBuffer, which the caller owns, and stores it in *ppPlan. The plan lives until the buffer is freed or
- * used otherwise, and is not given to tfmgDCT4Free.
- *
- * The buffer must hold the bytes that tfmgDCT4GetSize tells; its size is not checked and a smaller one is overrun. Its
- * address may be any, but make it a multiple of 32: where the low 32 bits of the address are negative as a signed number and
- * it is no multiple of 32, the records start up to 31 bytes later than the size allows for. A plan of 2 to 32 then ends up to
- * 31 bytes past its 256 bytes; longer plans have slack enough.
- *
- * tfmStsNullPtr when ppPlan or pBuffer is null. Then tfmStsBadSize for a length without a plan: *ppPlan is untouched, but
- * the build has begun and has written into the buffer, possibly more than any accepted length of that magnitude would; ask
- * for the size first. */
-TFMGEN_API TfmStatus tfmgDCT4Init_32f(TfmgDCT4Plan** ppPlan, int32_t length, void* pBuffer);
-TFMGEN_API TfmStatus tfmgDCT4Init_64f(TfmgDCT4Plan** ppPlan, int32_t length, void* pBuffer);
-
-/* The same in a buffer of tfmMalloc, which tfmgDCT4Free frees. tfmStsNullPtr when ppPlan is null, and also when there is
- * no memory: a failed allocation has no status of its own. tfmStsBadSize for a length without a plan, before anything is
- * allocated. */
-TFMGEN_API TfmStatus tfmgDCT4InitAlloc_32f(TfmgDCT4Plan** ppPlan, int32_t length);
-TFMGEN_API TfmStatus tfmgDCT4InitAlloc_64f(TfmgDCT4Plan** ppPlan, int32_t length);
-
-/* Ends a plan of tfmgDCT4InitAlloc and frees its buffer with tfmFree. tfmStsNullPtr when pPlan is null. Who owns a plan's
- * buffer cannot be told: for a plan of tfmgDCT4Init the call is right only when the buffer came from tfmMalloc. */
-TFMGEN_API TfmStatus tfmgDCT4Free_32f(TfmgDCT4Plan* pPlan);
-TFMGEN_API TfmStatus tfmgDCT4Free_64f(TfmgDCT4Plan* pPlan);
-
-/* Transforms the plan's length of samples. The arrays need no alignment and may be the same, with the same bits as
- * separate ones; they must not overlap otherwise.
- *
- * Plans of 2 to 32 are only read: any number of threads may share one. From 64 on a call uses scratch inside the plan: the
- * plan's buffer must be writable and serves one call at a time, each thread needs a plan of its own.
- *
- * tfmStsNullPtr when pPlan, pSrc or pDst is null; tfmStsBadArg, with nothing written, when pPlan points to something that
- * is no plan and this shows in its kind. Nothing else is checked. */
-TFMGEN_API TfmStatus tfmgDCT4_32f(const Tfm32f* pSrc, Tfm32f* pDst, TfmgDCT4Plan* pPlan);
-TFMGEN_API TfmStatus tfmgDCT4_64f(const Tfm64f* pSrc, Tfm64f* pDst, TfmgDCT4Plan* pPlan);
-
 /* ---- Version ----------------------------------------------------------------------------------------------------- */
 
 typedef struct {
@@ -345,6 +280,71 @@ TFMGEN_API TfmStatus tfmgWHT_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t order
  * store. */
 TFMGEN_API TfmStatus tfmgWHTGetBufferSize_32f(int32_t order, int32_t* pSize);
 TFMGEN_API TfmStatus tfmgWHTGetBufferSize_64f(int32_t order, int32_t* pSize);
+
+/* ---- DCT-IV ------------------------------------------------------------------------------------------------------ */
+
+/* The discrete cosine transform of type IV, unnormalised and without a scaling flag:
+ *
+ *   pDst[k] = sum over n = 0 .. N-1 of pSrc[n] cos(pi (2n+1) (2k+1) / (4N)),   k = 0 .. N-1
+ *
+ * Two calls in a row multiply by N/2.
+ *
+ * A plan holds what a length needs. It is a tree of records in one buffer and refers to itself by address: it cannot be
+ * copied or moved. A plan is for the sample type that built it; which one that was is not stored, and the functions of the
+ * other type must not be given it.
+ *
+ * Lengths N, with k an exponent:
+ *   32-bit   2, 4, 8, 16, 32, and 2^k for k = 6 .. 26
+ *   64-bit   2, 4, 8, 16, 32, and 2^k for k = 6 .. 25
+ * All others are tfmStsBadSize, but for those that follow, which pass and are of no use:
+ *
+ * - 2^k + 1, for k = 5 .. 26 (32-bit) and k = 3 .. 25 (64-bit). Plans are built and calls return tfmStsOk, but the result is
+ *   no DCT-IV, some elements of pDst keep their old values (at N = 33: 4, 5, 12, 13, 20, 21, 28 and 29), some are written
+ *   twice, and element N is read in pSrc and written in pDst: both arrays need N + 1 elements.
+ * - 2^30 and 2^30 + 1, with 64-bit samples also 2^29 and 2^29 + 1. Their size exceeds 32 bits and wraps around to a number
+ *   far below what such a plan takes. Never build a plan of them: Init and InitAlloc would write past the buffer. */
+typedef struct TfmgDCT4Plan TfmgDCT4Plan;
+
+/* Stores the bytes of a plan's buffer for `length` in *pSize. tfmStsBadSize for any other length, with *pSize untouched.
+ * pSize is not checked: it must not be null. */
+TFMGEN_API TfmStatus tfmgDCT4GetSize_32f(int32_t length, int32_t* pSize);
+TFMGEN_API TfmStatus tfmgDCT4GetSize_64f(int32_t length, int32_t* pSize);
+
+/* Builds a plan in pBuffer, which the caller owns, and stores it in *ppPlan. The plan lives until the buffer is freed or
+ * used otherwise, and is not given to tfmgDCT4Free.
+ *
+ * The buffer must hold the bytes that tfmgDCT4GetSize tells; its size is not checked and a smaller one is overrun. Its
+ * address may be any, but make it a multiple of 32: where the low 32 bits of the address are negative as a signed number and
+ * it is no multiple of 32, the records start up to 31 bytes later than the size allows for. A plan of 2 to 32 then ends up to
+ * 31 bytes past its 256 bytes; longer plans have slack enough.
+ *
+ * tfmStsNullPtr when ppPlan or pBuffer is null. Then tfmStsBadSize for a length without a plan: *ppPlan is untouched, but
+ * the build has begun and has written into the buffer, possibly more than any accepted length of that magnitude would; ask
+ * for the size first. */
+TFMGEN_API TfmStatus tfmgDCT4Init_32f(TfmgDCT4Plan** ppPlan, int32_t length, void* pBuffer);
+TFMGEN_API TfmStatus tfmgDCT4Init_64f(TfmgDCT4Plan** ppPlan, int32_t length, void* pBuffer);
+
+/* The same in a buffer of tfmMalloc, which tfmgDCT4Free frees. tfmStsNullPtr when ppPlan is null, and also when there is
+ * no memory: a failed allocation has no status of its own. tfmStsBadSize for a length without a plan, before anything is
+ * allocated. */
+TFMGEN_API TfmStatus tfmgDCT4InitAlloc_32f(TfmgDCT4Plan** ppPlan, int32_t length);
+TFMGEN_API TfmStatus tfmgDCT4InitAlloc_64f(TfmgDCT4Plan** ppPlan, int32_t length);
+
+/* Ends a plan of tfmgDCT4InitAlloc and frees its buffer with tfmFree. tfmStsNullPtr when pPlan is null. Who owns a plan's
+ * buffer cannot be told: for a plan of tfmgDCT4Init the call is right only when the buffer came from tfmMalloc. */
+TFMGEN_API TfmStatus tfmgDCT4Free_32f(TfmgDCT4Plan* pPlan);
+TFMGEN_API TfmStatus tfmgDCT4Free_64f(TfmgDCT4Plan* pPlan);
+
+/* Transforms the plan's length of samples. The arrays need no alignment and may be the same, with the same bits as
+ * separate ones; they must not overlap otherwise.
+ *
+ * Plans of 2 to 32 are only read: any number of threads may share one. From 64 on a call uses scratch inside the plan: the
+ * plan's buffer must be writable and serves one call at a time, each thread needs a plan of its own.
+ *
+ * tfmStsNullPtr when pPlan, pSrc or pDst is null; tfmStsBadArg, with nothing written, when pPlan points to something that
+ * is no plan and this shows in its kind. Nothing else is checked. */
+TFMGEN_API TfmStatus tfmgDCT4_32f(const Tfm32f* pSrc, Tfm32f* pDst, TfmgDCT4Plan* pPlan);
+TFMGEN_API TfmStatus tfmgDCT4_64f(const Tfm64f* pSrc, Tfm64f* pDst, TfmgDCT4Plan* pPlan);
 
 #ifdef __cplusplus
 }
