@@ -27,7 +27,7 @@ constexpr std::uintptr_t arenaDistance(std::uint32_t bytes) {
 inline void* tfmgArenaTake(TfmgArena* arena, std::uint32_t bytes) {
   const std::uintptr_t taken = arena->next;
   arena->next = taken + arenaDistance(bytes);
-  return reinterpret_cast<void*>(taken);
+  return reinterpret_cast<void*>(taken); // NOLINT(performance-no-int-to-ptr): the word is an address by definition
 }
 
 // Bookkeeping only: moves the arena word back. Which block is given back does not matter to it.
