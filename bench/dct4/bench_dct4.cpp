@@ -36,7 +36,7 @@ public:
       data_.get()[i] = static_cast<T>(i % 17 - 8) / 16;
     }
   }
-  T* get() const { return data_.get(); }
+  [[nodiscard]] T* get() const { return data_.get(); }
 
 private:
   struct Free {

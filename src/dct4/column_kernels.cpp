@@ -38,18 +38,12 @@ template <class T, int n>
 template <class T>
 void runColumnKernel(std::int32_t kind, const ColumnGroups<T>& groups) {
   switch (kind) {
-  case 1:
-    return transformGroups<T, 2>(groups);
-  case 2:
-    return transformGroups<T, 4>(groups);
-  case 3:
-    return transformGroups<T, 8>(groups);
-  case 4:
-    return transformGroups<T, 16>(groups);
-  case 5:
-    return transformGroups<T, 32>(groups);
-  default:
-    return transformGroups<T, 64>(groups);
+  case 1: return transformGroups<T, 2>(groups);
+  case 2: return transformGroups<T, 4>(groups);
+  case 3: return transformGroups<T, 8>(groups);
+  case 4: return transformGroups<T, 16>(groups);
+  case 5: return transformGroups<T, 32>(groups);
+  default: return transformGroups<T, 64>(groups);
   }
 }
 

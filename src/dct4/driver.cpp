@@ -24,20 +24,13 @@ template <class T>
 template <class T>
 TfmStatus run(const TfmgDCT4Plan& plan, const T* src, T* dst) {
   switch (plan.kind) {
-  case 1:
-    return codelet<T, 2>(src, dst);
-  case 2:
-    return codelet<T, 4>(src, dst);
-  case 3:
-    return codelet<T, 8>(src, dst);
-  case 4:
-    return codelet<T, 16>(src, dst);
-  case 5:
-    return codelet<T, 32>(src, dst);
-  case kStagedPlan:
-    return runStages(plan, src, dst);
-  default:
-    return tfmStsBadArg;
+  case 1: return codelet<T, 2>(src, dst);
+  case 2: return codelet<T, 4>(src, dst);
+  case 3: return codelet<T, 8>(src, dst);
+  case 4: return codelet<T, 16>(src, dst);
+  case 5: return codelet<T, 32>(src, dst);
+  case kStagedPlan: return runStages(plan, src, dst);
+  default: return tfmStsBadArg;
   }
 }
 

@@ -74,7 +74,7 @@ private:
   }
 
   template <int index>
-  TFMGEN_INLINE float lane() const {
+  [[nodiscard]] TFMGEN_INLINE float lane() const {
     if constexpr (index == 0) {
       return _mm_cvtss_f32(value);
     } else {

@@ -43,26 +43,13 @@ template <class T, int f>
 template <class T>
 TfmStatus runMergeLoop(const TfmgDCT4MergeLoop<T>& loop, T* dst, const T* work) {
   switch (loop.kind) {
-  case 1:
-    mergeRows<T, 1>(loop, dst, work);
-    break;
-  case 2:
-    mergeRows<T, 2>(loop, dst, work);
-    break;
-  case 3:
-    mergeRows<T, 4>(loop, dst, work);
-    break;
-  case 4:
-    mergeRows<T, 8>(loop, dst, work);
-    break;
-  case 5:
-    mergeRows<T, 16>(loop, dst, work);
-    break;
-  case 6:
-    mergeRows<T, 32>(loop, dst, work);
-    break;
-  default:
-    return tfmStsBadArg;
+  case 1: mergeRows<T, 1>(loop, dst, work); break;
+  case 2: mergeRows<T, 2>(loop, dst, work); break;
+  case 3: mergeRows<T, 4>(loop, dst, work); break;
+  case 4: mergeRows<T, 8>(loop, dst, work); break;
+  case 5: mergeRows<T, 16>(loop, dst, work); break;
+  case 6: mergeRows<T, 32>(loop, dst, work); break;
+  default: return tfmStsBadArg;
   }
   return tfmStsOk;
 }

@@ -110,23 +110,12 @@ template <int g, class T>
 template <class T>
 TfmStatus runSplitMerge(const TfmgOddSplitMerge<T>& merge, T* out, const T* scratch, std::ptrdiff_t column) {
   switch (merge.kind) {
-  case 1:
-    mergeRows<2>(merge, out, scratch, column);
-    break;
-  case 2:
-    mergeRows<4>(merge, out, scratch, column);
-    break;
-  case 3:
-    mergeRows<8>(merge, out, scratch, column);
-    break;
-  case 4:
-    mergeRows<16>(merge, out, scratch, column);
-    break;
-  case 5:
-    mergeRows<32>(merge, out, scratch, column);
-    break;
-  default:
-    return tfmStsBadArg;
+  case 1: mergeRows<2>(merge, out, scratch, column); break;
+  case 2: mergeRows<4>(merge, out, scratch, column); break;
+  case 3: mergeRows<8>(merge, out, scratch, column); break;
+  case 4: mergeRows<16>(merge, out, scratch, column); break;
+  case 5: mergeRows<32>(merge, out, scratch, column); break;
+  default: return tfmStsBadArg;
   }
   return tfmStsOk;
 }
