@@ -5,9 +5,11 @@
 //
 // Each round times all routines of an order one after the other; a figure is the least of its rounds. Columns: ticks of
 // the time stamp counter a call; bytes read and written a tick; ticks over the bound of two 128-bit additions a tick,
-// which is also the bound in core cycles when the core runs at the counter's rate; time of the peers over ours.
+// which is also the bound in core cycles when the core runs at the counter's rate; time over the mark for 128-bit
+// registers; time of the peers over ours.
 
 #include "loop.hpp"
+#include "marks.hpp"
 #include "tfmgen.h"
 #include "timing.hpp"
 
@@ -116,9 +118,11 @@ void compare(int order, int rounds) {
     fftw = std::min(fftw, ticks(order, [&] { A::execute(plan); }));
   }
   A::destroy(plan);
-  std::printf("%s %5d %10.1f %10.1f %8.2f %8.2f %9.2f %9.2f\n", A::name, order, aligned, unaligned,
-              2.0 * static_cast<double>(n * sizeof(Real)) / aligned, aligned / bound<Real>(order), loop / aligned,
-              fftw / aligned);
+  const Mark& there = kMarks<Real>[static_cast<std::size_t>(order - 1)];
+  const double mark = there.cycles * (there.carrier == Carrier::loop ? loop : fftw) / there.carrierCycles;
+  std::printf("%s %5d %10.1f %10.1f %8.2f %8.2f %8.2f %9.2f %9.2f\n", A::name, order, aligned, unaligned,
+              2.0 * static_cast<double>(n * sizeof(Real)) / aligned, aligned / bound<Real>(order), aligned / mark,
+              loop / aligned, fftw / aligned);
 }
 
 } // namespace
@@ -136,7 +140,7 @@ int main(int argc, char** argv) {
     std::fputs("usage: bench_wht [ROUNDS]\n", stderr);
     return 2;
   }
-  std::puts("type order      ticks  unaligned  B/tick   /bound loop/ours FFTW/ours");
+  std::puts("type order      ticks  unaligned  B/tick   /bound    /mark loop/ours FFTW/ours");
   for (int order = 1; order <= kOrders; ++order) {
     compare<float>(order, rounds);
   }
