@@ -1,6 +1,7 @@
 // The constants of the kernels are the nearest numbers of the sample type, and the short kernels take the stated
 // operations.
 #include "dct4/codelet_kernels.hpp"
+#include "quad.hpp"
 #include "support.hpp"
 
 #include <gtest/gtest.h>
@@ -8,23 +9,8 @@
 #include <array>
 #include <utility>
 
-namespace dct4test {
+namespace tfmgen::test {
 namespace {
-
-__extension__ using Quad = __float128;
-
-// cos and sin of pi p / q in quadruple precision, by Taylor sums on angles up to pi.
-std::pair<Quad, Quad> cosSin(int p, int q) {
-  const Quad pi = Quad{0x1.921fb54442d18p+1} + Quad{0x1.1a62633145c07p-53} + Quad{-0x1.f1976b7ed8fbcp-109};
-  const Quad x = pi * (p % (2 * q)) / q;
-  Quad sums[2] = {0, 0};
-  Quad term = 1;
-  for (int k = 0; k < 80; ++k) {
-    sums[k % 2] += k % 4 < 2 ? term : -term;
-    term *= x / (k + 1);
-  }
-  return {sums[0], sums[1]};
-}
 
 // The nearest T of a quadruple number that is not within 1e-6 units of the middle between two of them.
 template <class T>
@@ -32,18 +18,18 @@ void expectNearest(long double constant, Quad exact, int p, int q) {
   EXPECT_EQ(static_cast<T>(constant), static_cast<T>(exact)) << p << " / " << q;
 }
 
-TEST(Constants, AreNearest) {
+TEST(Dct4Constants, AreNearest) {
   for (const int q : {2, 4, 8, 16, 32, 64, 128}) {
     for (int p = 1; p < 2 * q; p += 2) {
-      const auto [c, s] = cosSin(p, q);
-      expectNearest<float>(tfmgen::dct4::cosPi(p, q), q == 2 ? 0 : c, p, q);
-      expectNearest<double>(tfmgen::dct4::cosPi(p, q), q == 2 ? 0 : c, p, q);
+      const auto [c, s] = root(p, 2 * q);
+      expectNearest<float>(tfmgen::dct4::cosPi(p, q), c, p, q);
+      expectNearest<double>(tfmgen::dct4::cosPi(p, q), c, p, q);
       expectNearest<float>(tfmgen::dct4::sinPi(p, q), s, p, q);
       expectNearest<double>(tfmgen::dct4::sinPi(p, q), s, p, q);
     }
   }
   for (const int p : {5, 7}) {
-    const auto [c, s] = cosSin(p, 32);
+    const auto [c, s] = root(p, 64);
     expectNearest<float>(tfmgen::dct4::tanPi(p, 32), s / c, p, 32);
     expectNearest<double>(tfmgen::dct4::tanPi(p, 32), s / c, p, 32);
   }
@@ -78,7 +64,7 @@ std::pair<int, int> countCodelet() {
   return count([](const auto& in, const auto& out) { tfmgen::dct4::codeletKernel<N, Counted>(in, out); });
 }
 
-TEST(Operations, OfTheCodelets) {
+TEST(Dct4Operations, OfTheCodelets) {
   EXPECT_EQ(countCodelet<2>(), std::pair(4, 2));
   EXPECT_EQ(countCodelet<4>(), std::pair(8, 12));
   EXPECT_EQ(countCodelet<8>(), std::pair(24, 32));
@@ -97,7 +83,7 @@ void expectTransposeCostsTheSame() {
 }
 
 // A flow graph run backward has the same products, and as many sums when it has as many inputs as outputs.
-TEST(Operations, OfTheTransposes) {
+TEST(Dct4Operations, OfTheTransposes) {
   expectTransposeCostsTheSame<4>();
   expectTransposeCostsTheSame<8>();
   expectTransposeCostsTheSame<16>();
@@ -106,4 +92,4 @@ TEST(Operations, OfTheTransposes) {
 }
 
 } // namespace
-} // namespace dct4test
+} // namespace tfmgen::test

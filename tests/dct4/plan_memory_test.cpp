@@ -1,5 +1,6 @@
 // The memory of a plan, byte by byte: a second statement of where every record stands and what it holds, by plain
 // offsets.
+#include "guarded.hpp"
 #include "support.hpp"
 
 #include <gtest/gtest.h>
@@ -10,7 +11,7 @@
 #include <limits>
 #include <numbers>
 
-namespace dct4test {
+namespace tfmgen::test {
 namespace {
 
 // A record or a list node at its place in the buffer.
@@ -40,7 +41,7 @@ struct Record {
 };
 
 template <class T>
-class PlanMemory : public ::testing::Test {
+class Dct4PlanMemory : public ::testing::Test {
 protected:
   static constexpr std::int32_t kLanes = 16 / sizeof(T);
 
@@ -102,7 +103,7 @@ constexpr std::int32_t kColumnsOf32[] = {0, 31, 16, 15, 4, 27, 20, 11, 8, 23, 24
                                          1, 30, 17, 14, 5, 26, 21, 10, 9, 22, 25, 6, 13, 18, 29, 2};
 
 template <class T>
-void PlanMemory<T>::expectMergeTable(const Record& table) const {
+void Dct4PlanMemory<T>::expectMergeTable(const Record& table) const {
   const std::int32_t rows = length_ / (2 * factor_);
   std::size_t offset = 0;
   for (std::int32_t block = 0; block < rows / kLanes; ++block) {
@@ -121,7 +122,7 @@ void PlanMemory<T>::expectMergeTable(const Record& table) const {
 }
 
 template <class T>
-void PlanMemory<T>::expectSplitTable(const Record& table, std::int32_t m, std::int32_t g) const {
+void Dct4PlanMemory<T>::expectSplitTable(const Record& table, std::int32_t m, std::int32_t g) const {
   const std::int32_t r = m / g;
   std::size_t offset = 0;
   const auto expectPair = [&](T fraction, std::int32_t numerator) {
@@ -157,7 +158,7 @@ void PlanMemory<T>::expectSplitTable(const Record& table, std::int32_t m, std::i
 }
 
 template <class T>
-void PlanMemory<T>::walkMerge(const Record& stage, const Record& twiddles) {
+void Dct4PlanMemory<T>::walkMerge(const Record& stage, const Record& twiddles) {
   const std::int32_t f = factor_;
   const std::int32_t rows = length_ / (2 * f);
   const std::int32_t mirror = 2 * length_ - 1;
@@ -189,7 +190,7 @@ void PlanMemory<T>::walkMerge(const Record& stage, const Record& twiddles) {
 }
 
 template <class T>
-const std::byte* PlanMemory<T>::walkSplit(std::int32_t m, std::int32_t f) {
+const std::byte* Dct4PlanMemory<T>::walkSplit(std::int32_t m, std::int32_t f) {
   const std::int32_t g = factorOf(m);
   const std::int32_t r = m / g;
   const Record split = take(96);
@@ -240,7 +241,7 @@ const std::byte* PlanMemory<T>::walkSplit(std::int32_t m, std::int32_t f) {
 }
 
 template <class T>
-void PlanMemory<T>::walkColumn(const Record& stage) {
+void Dct4PlanMemory<T>::walkColumn(const Record& stage) {
   const std::int32_t f = factor_;
   const std::int32_t n = length_ / f;
   const std::int32_t mirror = 2 * length_ - 1;
@@ -264,7 +265,7 @@ void PlanMemory<T>::walkColumn(const Record& stage) {
 }
 
 template <class T>
-void PlanMemory<T>::walk() {
+void Dct4PlanMemory<T>::walk() {
   const std::int32_t length = length_;
   next_ = buffer_ + 64;
   const Record root = take(80);
@@ -309,41 +310,43 @@ void PlanMemory<T>::walk() {
 }
 
 template <class T>
-void PlanMemory<T>::check(std::int32_t length) {
+void Dct4PlanMemory<T>::check(std::int32_t length) {
   std::int32_t size = 0;
-  ASSERT_EQ(Api<T>::getSize(length, &size), tfmStsOk);
-  const GuardedBytes memory((static_cast<std::size_t>(size) + 31) / 32 * 32);
+  ASSERT_EQ(Dct4<T>::getSize(length, &size), tfmStsOk);
+  const std::size_t bytes = (static_cast<std::size_t>(size) + 31) / 32 * 32;
+  GuardedMemory memory(bytes);
+  std::byte* const buffer = memory.array(bytes, Edge::end);
   TfmgDCT4Plan* plan = nullptr;
-  ASSERT_EQ(Api<T>::init(&plan, length, memory.back()), tfmStsOk);
-  ASSERT_EQ(reinterpret_cast<std::byte*>(plan), memory.back() + 64);
+  ASSERT_EQ(Dct4<T>::init(&plan, length, buffer), tfmStsOk);
+  ASSERT_EQ(reinterpret_cast<std::byte*>(plan), buffer + 64);
   length_ = length;
   factor_ = factorOf(length);
-  buffer_ = memory.back();
+  buffer_ = buffer;
   walk();
 
   auto samples = randomSamples<T>(static_cast<std::size_t>(length) + 1, 1);
-  ASSERT_EQ(Api<T>::run(samples.data(), samples.data(), plan), tfmStsOk);
+  ASSERT_EQ(Dct4<T>::run(samples.data(), samples.data(), plan), tfmStsOk);
   walk();
 }
 
 using Samples = ::testing::Types<Tfm32f, Tfm64f>;
-TYPED_TEST_SUITE(PlanMemory, Samples);
+TYPED_TEST_SUITE(Dct4PlanMemory, Samples);
 
-TYPED_TEST(PlanMemory, OfCodelets) {
+TYPED_TEST(Dct4PlanMemory, OfCodelets) {
   for (std::int32_t length = 2; length <= 32; length *= 2) {
     SCOPED_TRACE(length);
     this->check(length);
   }
 }
 
-TYPED_TEST(PlanMemory, OfPlansWithoutSplit) {
+TYPED_TEST(Dct4PlanMemory, OfPlansWithoutSplit) {
   for (const std::int32_t length : {33, 64, 65, 128, 256, 512, 1024, 2048, 2049}) {
     SCOPED_TRACE(length);
     this->check(length);
   }
 }
 
-TYPED_TEST(PlanMemory, OfPlansWithSplits) {
+TYPED_TEST(Dct4PlanMemory, OfPlansWithSplits) {
   for (const std::int32_t length : {4096, 8192, 16384, 32768, 65536, 131072}) { // the last has two splits
     SCOPED_TRACE(length);
     this->check(length);
@@ -351,4 +354,4 @@ TYPED_TEST(PlanMemory, OfPlansWithSplits) {
 }
 
 } // namespace
-} // namespace dct4test
+} // namespace tfmgen::test

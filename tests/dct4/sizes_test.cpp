@@ -7,7 +7,7 @@
 #include <bit>
 #include <limits>
 
-namespace dct4test {
+namespace tfmgen::test {
 namespace {
 
 constexpr std::int64_t up32(std::int64_t bytes) {
@@ -35,7 +35,7 @@ std::int64_t expectedSize(std::int64_t length) {
 }
 
 template <class T>
-class Sizes : public ::testing::Test {
+class Dct4Sizes : public ::testing::Test {
 protected:
   static constexpr int kLastExponent = sizeof(T) == 4 ? 26 : 25;
   static constexpr int kFirstOddExponent = sizeof(T) == 4 ? 5 : 3;
@@ -56,7 +56,7 @@ protected:
   static void check(std::int64_t n) {
     constexpr std::int32_t kOld = -12345;
     std::int32_t size = kOld;
-    const TfmStatus status = Api<T>::getSize(static_cast<std::int32_t>(n), &size);
+    const TfmStatus status = Dct4<T>::getSize(static_cast<std::int32_t>(n), &size);
     if (!accepted(n)) {
       ASSERT_EQ(status, tfmStsBadSize) << n;
       ASSERT_EQ(size, kOld) << n;
@@ -68,15 +68,15 @@ protected:
   }
 };
 using Samples = ::testing::Types<Tfm32f, Tfm64f>;
-TYPED_TEST_SUITE(Sizes, Samples);
+TYPED_TEST_SUITE(Dct4Sizes, Samples);
 
-TYPED_TEST(Sizes, EveryLengthUpToAMillion) {
+TYPED_TEST(Dct4Sizes, EveryLengthUpToAMillion) {
   for (std::int64_t n = -2000; n <= 1'000'000; ++n) {
     ASSERT_NO_FATAL_FAILURE(this->check(n));
   }
 }
 
-TYPED_TEST(Sizes, AroundAndBetweenTheLargePowers) {
+TYPED_TEST(Dct4Sizes, AroundAndBetweenTheLargePowers) {
   for (int exponent = 19; exponent <= 30; ++exponent) {
     const std::int64_t power = std::int64_t{1} << exponent;
     for (std::int64_t n = power - 70; n <= power + 70; ++n) {
@@ -91,7 +91,7 @@ TYPED_TEST(Sizes, AroundAndBetweenTheLargePowers) {
   }
 }
 
-TEST(SizesInNumbers, PublishedFigures) {
+TEST(Dct4SizesInNumbers, PublishedFigures) {
   struct Figure {
     std::int32_t length;
     std::int32_t size32f;
@@ -113,4 +113,4 @@ TEST(SizesInNumbers, PublishedFigures) {
 }
 
 } // namespace
-} // namespace dct4test
+} // namespace tfmgen::test

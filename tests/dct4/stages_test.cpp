@@ -10,7 +10,7 @@
 #include <limits>
 #include <memory>
 
-namespace dct4test {
+namespace tfmgen::test {
 namespace {
 
 using namespace tfmgen::dct4;
@@ -43,13 +43,13 @@ ComplexL columnResult(const std::vector<T>& x, std::int32_t f, std::int32_t n, s
     const std::int32_t length = f * n;
     const long double g =
         m < length ? x[static_cast<std::size_t>(m)] : -x[static_cast<std::size_t>(2 * length - 1 - m)];
-    sum += g * root(std::int64_t{2 * i + 1} * t % (2 * n), n);
+    sum += g * halfTurns(std::int64_t{2 * i + 1} * t % (2 * n), n);
   }
   return sum;
 }
 
 template <class T>
-class Stages : public ::testing::Test {
+class Dct4Stages : public ::testing::Test {
 protected:
   static constexpr std::int32_t kLaneCount = 16 / sizeof(T);
   static constexpr long double kBound = 64 * std::numeric_limits<T>::epsilon();
@@ -102,10 +102,10 @@ protected:
   static std::vector<T> mergeTable(std::int32_t f, std::int32_t n);
 };
 using Samples = ::testing::Types<Tfm32f, Tfm64f>;
-TYPED_TEST_SUITE(Stages, Samples);
+TYPED_TEST_SUITE(Dct4Stages, Samples);
 
 template <class T>
-std::vector<T> Stages<T>::mergeTable(std::int32_t f, std::int32_t n) {
+std::vector<T> Dct4Stages<T>::mergeTable(std::int32_t f, std::int32_t n) {
   constexpr std::int32_t order32[] = {0, 31, 16, 15, 4, 27, 20, 11, 8, 23, 24, 7, 12, 19, 28, 3,
                                       1, 30, 17, 14, 5, 26, 21, 10, 9, 22, 25, 6, 13, 18, 29, 2};
   std::vector<T> table;
@@ -116,7 +116,7 @@ std::vector<T> Stages<T>::mergeTable(std::int32_t f, std::int32_t n) {
       for (const bool sine : {false, true}) {
         for (std::int32_t lane = 0; lane < kLaneCount; ++lane) {
           const std::int32_t i = block * kLaneCount + lane;
-          const ComplexL theta = root(std::int64_t{2 * i + 1} * (2 * j + 1), 4 * f * n);
+          const ComplexL theta = halfTurns(std::int64_t{2 * i + 1} * (2 * j + 1), 4 * f * n);
           table.push_back(static_cast<T>(sine ? theta.imag() : theta.real()));
         }
       }
@@ -125,7 +125,7 @@ std::vector<T> Stages<T>::mergeTable(std::int32_t f, std::int32_t n) {
   return table;
 }
 
-TYPED_TEST(Stages, ColumnKernelsOfAllLengths) {
+TYPED_TEST(Dct4Stages, ColumnKernelsOfAllLengths) {
   using T = TypeParam;
   for (std::int32_t n = 2; n <= 64; n *= 2) {
     for (const std::int32_t f : {4, 8}) {
@@ -136,14 +136,14 @@ TYPED_TEST(Stages, ColumnKernelsOfAllLengths) {
       plan.columnStage.kind = 1;
       plan.columnLoop.kind = log2Of(n);
       std::vector<T> y(count, 3);
-      ASSERT_EQ(Api<T>::run(x.data(), y.data(), &plan.root), tfmStsOk);
+      ASSERT_EQ(Dct4<T>::run(x.data(), y.data(), &plan.root), tfmStsOk);
       this->expectColumns(x, work.data(), f, n);
       EXPECT_EQ(y, std::vector<T>(count, 3)) << "the merge stage has been left out";
     }
   }
 }
 
-TYPED_TEST(Stages, MergeKernelsOfAllFactors) {
+TYPED_TEST(Dct4Stages, MergeKernelsOfAllFactors) {
   using T = TypeParam;
   for (std::int32_t f = 1; f <= 32; f *= 2) {
     for (const std::int32_t n : {8, 16}) {
@@ -165,7 +165,7 @@ TYPED_TEST(Stages, MergeKernelsOfAllFactors) {
       plan.mergeLoop.kind = 1 + log2Of(f);
       plan.mergeLoop.table = table.data();
       std::vector<T> y(count);
-      ASSERT_EQ(Api<T>::run(x.data(), y.data(), &plan.root), tfmStsOk);
+      ASSERT_EQ(Dct4<T>::run(x.data(), y.data(), &plan.root), tfmStsOk);
       EXPECT_LT(maxError(y, dct4ByDefinition(x)), this->kBound * n) << f;
     }
   }
@@ -217,7 +217,7 @@ private:
   void fillTable(std::int32_t m, std::int32_t g, std::int32_t r) {
     T* next = table.data();
     const auto entry = [&](std::int32_t angle) {
-      const ComplexL z = root(angle, m);
+      const ComplexL z = halfTurns(angle, m);
       next = std::fill_n(next, lanes(), static_cast<T>(z.real()));
       next = std::fill_n(next, lanes(), static_cast<T>(z.imag()));
     };
@@ -237,7 +237,7 @@ private:
   }
 };
 
-TYPED_TEST(Stages, SplitsByAllFactors) {
+TYPED_TEST(Dct4Stages, SplitsByAllFactors) {
   using T = TypeParam;
   for (std::int32_t g = 2; g <= 32; g *= 2) {
     for (const std::int32_t r : {2, 8, 16}) {
@@ -253,14 +253,14 @@ TYPED_TEST(Stages, SplitsByAllFactors) {
       plan.columnLoop.kind = 7;
       plan.columnLoop.stageList = &splitList;
       std::vector<T> y(count);
-      ASSERT_EQ(Api<T>::run(x.data(), y.data(), &plan.root), tfmStsOk);
+      ASSERT_EQ(Dct4<T>::run(x.data(), y.data(), &plan.root), tfmStsOk);
       this->expectColumns(x, work.data(), f, m);
     }
   }
 }
 
 // Only the kind of the root is an error; any other bad kind leaves its part of the work undone, and the call succeeds.
-TYPED_TEST(Stages, BadKinds) {
+TYPED_TEST(Dct4Stages, BadKinds) {
   using T = TypeParam;
   const std::vector<T> x(64, 1);
   AlignedSamples<T> work(64);
@@ -271,7 +271,7 @@ TYPED_TEST(Stages, BadKinds) {
     change(plan);
     std::fill_n(work.data(), 64, T{5});
     std::vector<T> y(64, 5);
-    const TfmStatus status = Api<T>::run(x.data(), y.data(), &plan.root);
+    const TfmStatus status = Dct4<T>::run(x.data(), y.data(), &plan.root);
     EXPECT_EQ(y, std::vector<T>(64, 5));
     return status;
   };
@@ -291,7 +291,7 @@ TYPED_TEST(Stages, BadKinds) {
   }
 }
 
-TYPED_TEST(Stages, BadKindsInASplit) {
+TYPED_TEST(Dct4Stages, BadKindsInASplit) {
   using T = TypeParam;
   const std::vector<T> x(64, 1);
   const auto firstOfWork = [&](auto&& change) {
@@ -305,7 +305,7 @@ TYPED_TEST(Stages, BadKindsInASplit) {
     plan.columnLoop.kind = 7;
     plan.columnLoop.stageList = &splitList;
     std::vector<T> y(64);
-    EXPECT_EQ(Api<T>::run(x.data(), y.data(), &plan.root), tfmStsOk);
+    EXPECT_EQ(Dct4<T>::run(x.data(), y.data(), &plan.root), tfmStsOk);
     return work.data()[0];
   };
   EXPECT_EQ(firstOfWork([](auto& split) { split.split.kind = 2; }), 5);
@@ -314,27 +314,27 @@ TYPED_TEST(Stages, BadKindsInASplit) {
 }
 
 // What the two stages exchange in a built plan.
-TYPED_TEST(Stages, WorkOfABuiltPlan) {
+TYPED_TEST(Dct4Stages, WorkOfABuiltPlan) {
   using T = TypeParam;
   const Plan<T> plan(64);
   const auto* work = static_cast<const T*>(plan()->work);
   std::vector<T> y(64);
-  ASSERT_EQ(Api<T>::run(impulse<T>(64, 0).data(), y.data(), plan()), tfmStsOk);
+  ASSERT_EQ(Dct4<T>::run(impulse<T>(64, 0).data(), y.data(), plan()), tfmStsOk);
   for (int i = 0; i < 64; ++i) {
     EXPECT_EQ(work[i], i % 16 == 0 ? 1 : 0) << i;
   }
-  ASSERT_EQ(Api<T>::run(impulse<T>(64, 63).data(), y.data(), plan()), tfmStsOk);
+  ASSERT_EQ(Dct4<T>::run(impulse<T>(64, 63).data(), y.data(), plan()), tfmStsOk);
   for (int i = 0; i < 4; ++i) {
     EXPECT_NEAR(work[(2 * i + 1) * 8], i % 2 == 0 ? -1 : 1, 1e-6);
   }
   const Plan<T> split(4096);
   const auto x = randomSamples<T>(4096, 4);
   std::vector<T> z(4096);
-  ASSERT_EQ(Api<T>::run(x.data(), z.data(), split()), tfmStsOk);
+  ASSERT_EQ(Dct4<T>::run(x.data(), z.data(), split()), tfmStsOk);
   this->expectColumns(x, static_cast<const T*>(split()->work), 32, 128);
 }
 
-TEST(Lists, AppendItemAndRelease) {
+TEST(Dct4Lists, AppendItemAndRelease) {
   alignas(32) std::byte memory[128];
   TfmgArena arena{reinterpret_cast<std::uintptr_t>(memory)};
   const std::uintptr_t start = arena.next;
@@ -366,4 +366,4 @@ TEST(Lists, AppendItemAndRelease) {
 }
 
 } // namespace
-} // namespace dct4test
+} // namespace tfmgen::test

@@ -1,83 +1,30 @@
-// What the tests of the DCT-IV share: one spelling of both sample types, memory between inaccessible pages, references.
+// What the tests of the DCT-IV share: plans, samples, references.
 #pragma once
 
-#include "tfmgen.h"
+#include "dct4.hpp"
+#include "random.hpp"
 
-#include <sys/mman.h>
-#include <unistd.h>
-
+#include <algorithm>
 #include <cmath>
 #include <complex>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <numbers>
-#include <random>
 #include <vector>
 
-namespace dct4test {
-
-template <class T>
-struct Api;
-
-template <>
-struct Api<Tfm32f> {
-  static constexpr auto getSize = tfmgDCT4GetSize_32f;
-  static constexpr auto init = tfmgDCT4Init_32f;
-  static constexpr auto initAlloc = tfmgDCT4InitAlloc_32f;
-  static constexpr auto free = tfmgDCT4Free_32f;
-  static constexpr auto run = tfmgDCT4_32f;
-};
-
-template <>
-struct Api<Tfm64f> {
-  static constexpr auto getSize = tfmgDCT4GetSize_64f;
-  static constexpr auto init = tfmgDCT4Init_64f;
-  static constexpr auto initAlloc = tfmgDCT4InitAlloc_64f;
-  static constexpr auto free = tfmgDCT4Free_64f;
-  static constexpr auto run = tfmgDCT4_64f;
-};
-
-// Accessible bytes that end (or start) at an inaccessible page, so that the first access outside stops the test.
-class GuardedBytes {
-public:
-  explicit GuardedBytes(std::size_t bytes)
-      : page_(static_cast<std::size_t>(sysconf(_SC_PAGESIZE))), inside_((bytes + page_ - 1) / page_ * page_),
-        bytes_(bytes) {
-    void* block = mmap(nullptr, inside_ + 2 * page_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    start_ = static_cast<std::byte*>(block) + page_;
-    if (block == MAP_FAILED || mprotect(start_, inside_, PROT_READ | PROT_WRITE) != 0) {
-      std::perror("guarded memory");
-      std::abort();
-    }
-  }
-  ~GuardedBytes() { munmap(start_ - page_, inside_ + 2 * page_); }
-  GuardedBytes(const GuardedBytes&) = delete;
-  GuardedBytes& operator=(const GuardedBytes&) = delete;
-
-  [[nodiscard]] std::byte* front() const { return start_; }                   // after an inaccessible page
-  [[nodiscard]] std::byte* back() const { return start_ + inside_ - bytes_; } // up to an inaccessible page
-  void protect() const { mprotect(start_, inside_, PROT_READ); }
-
-private:
-  std::size_t page_;
-  std::size_t inside_;
-  std::size_t bytes_;
-  std::byte* start_ = nullptr;
-};
+namespace tfmgen::test {
 
 // A plan of the library's own allocation.
 template <class T>
 class Plan {
 public:
   explicit Plan(std::int32_t length) {
-    if (Api<T>::initAlloc(&plan_, length) != tfmStsOk) {
+    if (Dct4<T>::initAlloc(&plan_, length) != tfmStsOk) {
       std::abort();
     }
   }
-  ~Plan() { Api<T>::free(plan_); }
+  ~Plan() { Dct4<T>::free(plan_); }
   Plan(const Plan&) = delete;
   Plan& operator=(const Plan&) = delete;
 
@@ -89,13 +36,8 @@ private:
 
 // Uniform over [-1, 1).
 template <class T>
-std::vector<T> randomSamples(std::size_t count, unsigned seed) {
-  std::mt19937 bits(seed);
-  std::vector<T> samples(count);
-  for (T& sample : samples) {
-    sample = static_cast<T>(std::ldexp(static_cast<double>(bits()), -31) - 1.0);
-  }
-  return samples;
+std::vector<T> randomSamples(std::size_t count, std::uint64_t seed) {
+  return Random(seed).reals<T>(count, Spread::uniform);
 }
 
 template <class T>
@@ -132,7 +74,8 @@ std::vector<long double> dct4ByDefinition(const std::vector<T>& x) {
 
 using ComplexL = std::complex<long double>;
 
-inline ComplexL root(std::int64_t numerator, std::int64_t denominator) {
+// exp(i pi numerator / denominator).
+inline ComplexL halfTurns(std::int64_t numerator, std::int64_t denominator) {
   return std::polar(1.0L, std::numbers::pi_v<long double> * static_cast<long double>(numerator) /
                               static_cast<long double>(denominator));
 }
@@ -153,7 +96,7 @@ inline std::vector<ComplexL> dft(const std::vector<ComplexL>& x) {
   odd = dft(odd);
   std::vector<ComplexL> y(x.size());
   for (std::size_t i = 0; i < half; ++i) {
-    const ComplexL turned = odd[i] * root(-static_cast<std::int64_t>(i), static_cast<std::int64_t>(half));
+    const ComplexL turned = odd[i] * halfTurns(-static_cast<std::int64_t>(i), static_cast<std::int64_t>(half));
     y[i] = even[i] + turned;
     y[i + half] = even[i] - turned;
   }
@@ -165,7 +108,7 @@ template <class T>
 std::vector<long double> dct4ByDft(const std::vector<T>& x) {
   const std::size_t n = x.size();
   const auto twiddle = [n](std::size_t i) {
-    return root(-static_cast<std::int64_t>(4 * i + 1), static_cast<std::int64_t>(4 * n));
+    return halfTurns(-static_cast<std::int64_t>(4 * i + 1), static_cast<std::int64_t>(4 * n));
   };
   std::vector<ComplexL> z(n / 2);
   for (std::size_t i = 0; i < n / 2; ++i) {
@@ -174,7 +117,7 @@ std::vector<long double> dct4ByDft(const std::vector<T>& x) {
   z = dft(z);
   std::vector<long double> y(n);
   for (std::size_t k = 0; k < n / 2; ++k) {
-    const ComplexL value = z[k] * root(-static_cast<std::int64_t>(k), static_cast<std::int64_t>(n));
+    const ComplexL value = z[k] * halfTurns(-static_cast<std::int64_t>(k), static_cast<std::int64_t>(n));
     y[2 * k] = value.real();
     y[n - 1 - 2 * k] = -value.imag();
   }
@@ -203,4 +146,4 @@ long double relativeL2Error(const std::vector<T>& actual, const std::vector<long
   return std::sqrt(error / size);
 }
 
-} // namespace dct4test
+} // namespace tfmgen::test

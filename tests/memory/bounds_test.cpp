@@ -29,8 +29,8 @@ private:
 };
 
 TEST_F(Bounds, SameBitsAtEveryDisplacementBesideInaccessiblePages) {
-  GuardedPage sourcePage;
-  GuardedPage destinationPage;
+  GuardedMemory sourceMemory(1024);
+  GuardedMemory destinationMemory(1024);
   forEachEntry([&](const Entry& entry) {
     std::snprintf(underTest, sizeof underTest, "%s", entry.name().c_str());
     const std::size_t realBytes = entry.family.realBytes;
@@ -41,8 +41,8 @@ TEST_F(Bounds, SameBitsAtEveryDisplacementBesideInaccessiblePages) {
     ASSERT_EQ(entry(source, expected, TFM_DIV_BY_SQRTN), tfmStsOk);
 
     const auto check = [&](Edge edge, std::size_t sourceDisplacement, std::size_t destinationDisplacement) {
-      std::byte* const src = sourcePage.array(values.size(), edge, sourceDisplacement);
-      std::byte* const dst = destinationPage.array(entry.destinationBytes(), edge, destinationDisplacement);
+      std::byte* const src = sourceMemory.array(values.size(), edge, sourceDisplacement);
+      std::byte* const dst = destinationMemory.array(entry.destinationBytes(), edge, destinationDisplacement);
       std::copy(values.begin(), values.end(), src);
       ASSERT_EQ(entry(src, dst, TFM_DIV_BY_SQRTN), tfmStsOk);
       ASSERT_TRUE(sameBits(expected, dst, entry.destinationBytes(), realBytes))

@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <utility>
 
 #ifdef __SANITIZE_ADDRESS__
 #include <sanitizer/asan_interface.h>
@@ -19,36 +21,56 @@ namespace tfmgen::test {
 
 enum class Edge { start, end };
 
-// One accessible page between two inaccessible ones. In a sanitizer build the rest of the page is closed as well.
-class GuardedPage {
+// Accessible pages between two inaccessible ones, room for `room` bytes. In the beginning all bits are set: reals are
+// NaNs.
+class GuardedMemory {
 public:
-  GuardedPage() : size_(static_cast<std::size_t>(sysconf(_SC_PAGESIZE))) {
-    void* const block = mmap(nullptr, 3 * size_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    page_ = static_cast<std::byte*>(block) + size_;
-    if (block == MAP_FAILED || mprotect(page_, size_, PROT_READ | PROT_WRITE) != 0) {
-      std::perror("guarded page");
+  explicit GuardedMemory(std::size_t room)
+      : page_(static_cast<std::size_t>(sysconf(_SC_PAGESIZE))), size_((room + page_ - 1) / page_ * page_) {
+    void* const map = mmap(nullptr, size_ + 2 * page_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (map == MAP_FAILED) {
+      std::perror("guarded memory");
+      std::abort();
+    }
+    begin_ = static_cast<std::byte*>(map) + page_;
+    protect(PROT_READ | PROT_WRITE);
+    std::memset(begin_, 0xFF, size_);
+  }
+  ~GuardedMemory() {
+    if (begin_ != nullptr) {
+      ASAN_UNPOISON_MEMORY_REGION(begin_, size_);
+      munmap(begin_ - page_, size_ + 2 * page_);
+    }
+  }
+  GuardedMemory(GuardedMemory&& other) noexcept
+      : page_(other.page_), size_(other.size_), begin_(std::exchange(other.begin_, nullptr)) {}
+  GuardedMemory(const GuardedMemory&) = delete;
+  GuardedMemory& operator=(const GuardedMemory&) = delete;
+  GuardedMemory& operator=(GuardedMemory&&) = delete;
+
+  // An array of `bytes` bytes, `displacement` bytes away from the inaccessible page in front of it or behind it. It
+  // takes the place of the array asked for before. In a sanitizer build all around it is closed as well.
+  template <class Element = std::byte>
+  Element* array(std::size_t bytes, Edge edge, std::size_t displacement = 0) {
+    const std::size_t offset = edge == Edge::start ? displacement : size_ - bytes - displacement;
+    ASAN_POISON_MEMORY_REGION(begin_, size_);
+    ASAN_UNPOISON_MEMORY_REGION(begin_ + offset, bytes);
+    return reinterpret_cast<Element*>(begin_ + offset);
+  }
+
+  void makeReadOnly() { protect(PROT_READ); }
+
+private:
+  void protect(int access) {
+    if (size_ != 0 && mprotect(begin_, size_, access) != 0) {
+      std::perror("guarded memory");
       std::abort();
     }
   }
-  ~GuardedPage() {
-    ASAN_UNPOISON_MEMORY_REGION(page_, size_);
-    munmap(page_ - size_, 3 * size_);
-  }
-  GuardedPage(const GuardedPage&) = delete;
-  GuardedPage& operator=(const GuardedPage&) = delete;
 
-  // An array of `bytes` bytes, `displacement` bytes away from the inaccessible page in front of it or behind it. It
-  // takes the place of the array asked for before.
-  std::byte* array(std::size_t bytes, Edge edge, std::size_t displacement) {
-    const std::size_t offset = edge == Edge::start ? displacement : size_ - bytes - displacement;
-    ASAN_POISON_MEMORY_REGION(page_, size_);
-    ASAN_UNPOISON_MEMORY_REGION(page_ + offset, bytes);
-    return page_ + offset;
-  }
-
-private:
-  std::size_t size_;
-  std::byte* page_ = nullptr;
+  std::size_t page_;
+  std::size_t size_; // whole pages
+  std::byte* begin_ = nullptr;
 };
 
 } // namespace tfmgen::test
