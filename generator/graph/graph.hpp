@@ -111,8 +111,6 @@ struct Counts {
   int additions = 0;       // subtractions included
   int shuffles = 0;
   int rotations = 0;
-  int negations = 0;
-  constexpr bool operator==(const Counts&) const = default;
 };
 
 // The operations that the outputs need.

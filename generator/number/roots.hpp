@@ -33,8 +33,4 @@ inline Quad cosine(long k, long n) {
   return root(k, n).re;
 }
 
-inline Quad sine(long k, long n) {
-  return root(k, n).im;
-}
-
 } // namespace tfmgen::number

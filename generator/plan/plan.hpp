@@ -80,10 +80,6 @@ struct Plan {
 
 // ---- Odd-frequency plans
 
-struct OddByReal { // odd length: the real transform of d with alternating signs
-  PlanPtr real;
-};
-
 struct OddGoodThomas { // an odd factor first, then a power of two, no twiddles
   PlanPtr first;
 };
@@ -99,7 +95,7 @@ struct OddByThree { // three-point transforms, then the odd-frequency and the co
 };
 
 struct OddPlan {
-  std::variant<OddHalf, OddByReal, OddGoodThomas, OddCooleyTukey, OddByThree> form;
+  std::variant<OddGoodThomas, OddCooleyTukey, OddByThree> form;
 };
 
 // ---- Notation for tables

@@ -140,6 +140,11 @@ Order byFreedValues(const std::vector<Task>& tasks, int window) {
   return order;
 }
 
+struct Traffic {
+  int stores = 0;  // values that leave the registers before their last use
+  int reloads = 0; // and come back
+};
+
 // The registers of the simulation and what they hold.
 class Registers {
 public:
@@ -199,9 +204,9 @@ private:
   std::set<int> held_;
 };
 
-} // namespace
-
-Traffic simulate(const std::vector<Task>& tasks, const std::vector<int>& order, int registers) {
+// What an order costs when the value of furthest next use leaves first (Belady, "A study of replacement algorithms",
+// 1966).
+Traffic simulate(const std::vector<Task>& tasks, const Order& order, int registers) {
   Traffic traffic;
   Registers held(tasks, order, registers);
   for (const int task : order) {
@@ -209,6 +214,8 @@ Traffic simulate(const std::vector<Task>& tasks, const std::vector<int>& order, 
   }
   return traffic;
 }
+
+} // namespace
 
 std::vector<int> bestOrder(const std::vector<Task>& tasks, int registers) {
   std::vector<Order> candidates{asBuilt(tasks), depthFirst(tasks)};

@@ -46,7 +46,6 @@ Bins analyseForm(Analysis& a, const plan::CooleyTukey& form, const Samples& x, l
 Bins analyseForm(Analysis& a, const plan::Rader& form, const Samples& x, long u);
 
 OddBins analyseOddForm(Analysis& a, plan::OddHalf form, const Samples& d, long u);
-OddBins analyseOddForm(Analysis& a, const plan::OddByReal& form, const Samples& d, long u);
 OddBins analyseOddForm(Analysis& a, const plan::OddGoodThomas& form, const Samples& d, long u);
 OddBins analyseOddForm(Analysis& a, const plan::OddCooleyTukey& form, const Samples& d, long u);
 OddBins analyseOddForm(Analysis& a, const plan::OddByThree& form, const Samples& d, long u);

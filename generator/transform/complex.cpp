@@ -71,11 +71,7 @@ public:
   Transform(Graph& g, const Values& z, RootSign sign) : g_(g), z_(z), sign_(sign) {}
 
   Values operator()(const plan::Direct& form) const {
-    switch (form.length) {
-    case 1: return z_;
-    case 2: return directTwo(g_, z_);
-    default: return directOdd(g_, z_, sign_);
-    }
+    return form.length == 2 ? directTwo(g_, z_) : directOdd(g_, z_, sign_);
   }
 
   // Decimation in time by 2 down to length 4.
@@ -116,10 +112,8 @@ public:
     return out;
   }
 
-  Values operator()(const plan::ByData& form) const { return transformComplex(g_, *form.onComplex, z_, sign_); }
-
-  Values operator()(const plan::Pairs& /*form*/) const { std::abort(); } // real samples only
-  Values operator()(const plan::Chirp& /*form*/) const { std::abort(); } // needs lanes of its own
+  // The forms of real samples, and the chirp, which needs lanes of its own.
+  Values operator()(const auto& /*form*/) const { std::abort(); }
 
 private:
   // `twiddleSign` is 0 where there are no twiddles.

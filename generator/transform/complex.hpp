@@ -51,8 +51,8 @@ Complex multiply(Graph& g, number::Complex factor, const Complex& z);
 // them; a general product else.
 Complex multiplyByRoot(Graph& g, const Complex& z, long k, long n);
 
-// All bins of z. Plans of Direct, PowerOfTwo, GoodThomas, CooleyTukey and Rader; Rader
-// takes `synthesis` as the plan of the way back.
+// All bins of z. Plans of Direct, PowerOfTwo, GoodThomas, CooleyTukey and Rader; Rader takes `synthesis` as the plan of
+// the way back.
 Values transformComplex(Graph& g, const plan::Plan& plan, const Values& z, RootSign sign);
 
 // The factors C[m], m = 0 .. p-2, of the spectrum of the permuted samples in Rader's algorithm, with the 1/(p-1) of the

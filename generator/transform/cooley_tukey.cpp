@@ -106,19 +106,4 @@ OddBins analyseOddForm(Analysis& a, const plan::OddByThree& form, const Samples&
   return out.bins();
 }
 
-// With alternating signs the odd frequency f of d is the bin (L-f)/2 of a real transform.
-OddBins analyseOddForm(Analysis& a, const plan::OddByReal& form, const Samples& d, long u) {
-  const int length = static_cast<int>(d.size());
-  Samples alternating = d;
-  for (std::size_t n = 1; n < alternating.size(); n += 2) {
-    alternating[n] = -alternating[n];
-  }
-  const Bins bins = analyse(a, *form.real, alternating, u);
-  OddBins out;
-  for (int f = 1; f <= length; f += 2) {
-    out.try_emplace(f, conjugate(bins[static_cast<std::size_t>((length - f) / 2)]));
-  }
-  return out;
-}
-
 } // namespace tfmgen::transform
