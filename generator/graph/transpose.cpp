@@ -4,19 +4,11 @@
 
 namespace tfmgen::graph {
 
-namespace {
-
-// What flows back into a node of the forward graph: a value, or a product that is still part of a longer expression.
-struct Contribution {
-  Quad factor;
-  Ref value;
-};
-
-} // namespace
-
 std::vector<Ref> transpose(Graph& g, const Graph& forward, int inputs, std::span<const Ref> outputs,
                            std::span<const Ref> adjoints) {
-  std::vector<std::vector<Contribution>> into(forward.nodes().size());
+  // What flows back into each node of the forward graph: values, and products that are still part of a longer
+  // expression.
+  std::vector<std::vector<Term>> into(forward.nodes().size());
   const auto contribute = [&into](Ref target, Quad factor, Ref value) {
     if (!target.isZero() && !value.isZero()) {
       into[static_cast<std::size_t>(target.node())].push_back({factor, target.isNegative() ? -value : value});
@@ -28,20 +20,7 @@ std::vector<Ref> transpose(Graph& g, const Graph& forward, int inputs, std::span
 
   std::vector<Ref> result(static_cast<std::size_t>(inputs));
   for (std::size_t i = into.size(); i-- > 0;) {
-    std::vector<Term> terms;
-    bool hasProduct = false;
-    for (const Contribution& c : into[i]) {
-      terms.push_back({c.factor, c.value});
-      hasProduct = hasProduct || c.factor != 1;
-    }
-    Ref total;
-    if (hasProduct) {
-      total = g.sumOfProducts(terms);
-    } else {
-      for (const Term& term : terms) {
-        total = g.add(total, term.value);
-      }
-    }
+    const Ref total = g.sumOfProducts(into[i]);
     const Node& node = forward.nodes()[i];
     switch (node.op) {
     case Op::load: result[static_cast<std::size_t>(node.tag)] = total; break;

@@ -22,10 +22,6 @@ PlanPtr ct(int first, int second) {
   return cooleyTukey(of(first), of(second));
 }
 
-PlanPtr power(int length) {
-  return powerOfTwo(length);
-}
-
 // A prime by the plan of the length below it, forth and back.
 PlanPtr prime(int p) {
   return rader(p, number::primitiveRoot(p), of(p - 1), of(p - 1));
@@ -37,11 +33,11 @@ PlanPtr complex64(int length) {
   switch (length) {
   case 2: return direct(2);
   case 3: return direct(3);
-  case 4: return power(4);
+  case 4: return powerOfTwo(4);
   case 5: return direct(5);
   case 6: return gt(2, 3);
   case 7: return direct(7);
-  case 8: return power(8);
+  case 8: return powerOfTwo(8);
   case 9: return ct(3, 3);
   case 10: return gt(5, 2);
   case 11: return direct(11);
@@ -49,7 +45,7 @@ PlanPtr complex64(int length) {
   case 13: return prime(13);
   case 14: return gt(2, 7);
   case 15: return gt(5, 3);
-  case 16: return power(16);
+  case 16: return powerOfTwo(16);
   case 17: return prime(17);
   case 18: return gt(9, 2);
   case 19: return prime(19);
@@ -65,7 +61,7 @@ PlanPtr complex64(int length) {
   case 29: return prime(29);
   case 30: return gt(2, 5, 3);
   case 31: return prime(31);
-  case 32: return power(32);
+  case 32: return powerOfTwo(32);
   case 33: return gt(11, 3);
   case 34: return gt(2, 17);
   case 35: return gt(5, 7);
@@ -97,7 +93,7 @@ PlanPtr complex64(int length) {
   case 61: return prime(61);
   case 62: return gt(31, 2);
   case 63: return gt(7, 9);
-  case 64: return power(64);
+  case 64: return powerOfTwo(64);
   default: return nullptr;
   }
 }

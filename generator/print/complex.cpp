@@ -28,7 +28,7 @@ std::string runText(const ComplexKernel& k) {
     const char* real = k.sampleBits == 32 ? "Tfm32f" : "Tfm64f";
     text << "  template <class Access>\n"
          << "  [[gnu::always_inline]] static inline void run(const " << real << "* x, " << real << "* y, V s) {\n"
-         << vectorStatements(*vectors, vectorType(k), vectorOrder(*vectors));
+         << vectorStatements(*vectors, vectorType(k));
   } else {
     text << "  template <class T>\n"
          << "  [[gnu::always_inline]] static inline void run(const T* x, T* y, T s) {\n"

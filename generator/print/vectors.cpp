@@ -123,9 +123,8 @@ private:
   int values_ = 0;
 };
 
-} // namespace
-
-std::vector<int> vectorOrder(const lower::Kernel& kernel) {
+// An order of the nodes of a kernel and, numbered behind them, its stores.
+std::vector<int> bestOrder(const lower::Kernel& kernel) {
   constexpr int kRegisters = 15; // one of the 16 holds the scale or a constant
   const auto& nodes = kernel.graph.nodes();
   const std::vector<bool> needed = kernel.graph.reachable(kernel.outputs());
@@ -159,8 +158,10 @@ std::vector<int> vectorOrder(const lower::Kernel& kernel) {
   return order;
 }
 
-std::string vectorStatements(const lower::Kernel& kernel, const VectorType& type, const std::vector<int>& order) {
-  return Writer(kernel, type).write(order);
+} // namespace
+
+std::string vectorStatements(const lower::Kernel& kernel, const VectorType& type) {
+  return Writer(kernel, type).write(bestOrder(kernel));
 }
 
 } // namespace tfmgen::print

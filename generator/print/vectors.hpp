@@ -15,9 +15,6 @@ struct VectorType {
 
 // The statements of a kernel, one a line, for a function with these names in scope: Access (how arrays are reached), x
 // and y (source and destination as arrays of real numbers), s (the scale in all lanes), V (the vector type).
-std::string vectorStatements(const lower::Kernel& kernel, const VectorType& type, const std::vector<int>& order);
-
-// The work of a kernel as the scheduler sees it: its nodes, then its stores.
-std::vector<int> vectorOrder(const lower::Kernel& kernel);
+std::string vectorStatements(const lower::Kernel& kernel, const VectorType& type);
 
 } // namespace tfmgen::print
