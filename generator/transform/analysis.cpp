@@ -8,14 +8,6 @@ namespace tfmgen::transform {
 
 namespace {
 
-Samples imaginaryParts(Graph& g, const Bins& z) {
-  Samples parts;
-  for (const Bin& bin : z) {
-    parts.push_back(place(g, bin.im));
-  }
-  return parts;
-}
-
 // Decimation in frequency by 2 on complex data.
 Bins radix2(Analysis& a, const Bins& z, long u) {
   Graph& g = a.g;
@@ -68,6 +60,26 @@ OddBins analyseOdd(Analysis& a, const plan::OddPlan& plan, const Samples& d, lon
   return std::visit([&](const auto& form) { return analyseOddForm(a, form, d, u); }, plan.form);
 }
 
+std::vector<Bins> analyseEach(Analysis& a, const plan::Plan& plan, int count, const SubSample& sample, long u) {
+  std::vector<Bins> inner;
+  for (int r = 0; r < count; ++r) {
+    Samples samples;
+    for (int m = 0; m < plan::length(plan); ++m) {
+      samples.push_back(sample(r, m));
+    }
+    inner.push_back(analyse(a, plan, samples, u));
+  }
+  return inner;
+}
+
+Bins column(const std::vector<Bins>& inner, int k) {
+  Bins bins;
+  for (const Bins& stage : inner) {
+    bins.push_back(stage[static_cast<std::size_t>(k)]);
+  }
+  return bins;
+}
+
 Bins combine(Graph& g, const Bins& p, const Bins& q, int n) {
   Bins out(static_cast<std::size_t>(n));
   for (std::size_t k = 0; k < p.size(); ++k) {
@@ -95,6 +107,14 @@ Samples realParts(const Bins& z) {
   Samples parts;
   for (const Bin& bin : z) {
     parts.push_back(bin.re);
+  }
+  return parts;
+}
+
+Samples imaginaryParts(Graph& g, const Bins& z) {
+  Samples parts;
+  for (const Bin& bin : z) {
+    parts.push_back(place(g, bin.im));
   }
   return parts;
 }

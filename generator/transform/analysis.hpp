@@ -8,6 +8,7 @@
 #include "bin.hpp"
 #include "plan/plan.hpp"
 
+#include <functional>
 #include <map>
 
 namespace tfmgen::transform {
@@ -52,6 +53,15 @@ OddBins analyseOddForm(Analysis& a, const plan::OddByThree& form, const Samples&
 
 // ---- Shared steps
 
+// Sample m of sub-transform r.
+using SubSample = std::function<Ref(int r, int m)>;
+
+// The bins of `count` transforms by one plan.
+std::vector<Bins> analyseEach(Analysis& a, const plan::Plan& plan, int count, const SubSample& sample, long u);
+
+// Bin k of each sub-transform.
+Bins column(const std::vector<Bins>& inner, int k);
+
 // The spectrum of p + i*q for real p and q, all n bins.
 Bins combine(Graph& g, const Bins& p, const Bins& q, int n);
 
@@ -59,6 +69,7 @@ Bins combine(Graph& g, const Bins& p, const Bins& q, int n);
 Bins completed(const Bins& half, int n);
 
 Samples realParts(const Bins& z);
+Samples imaginaryParts(Graph& g, const Bins& z);
 
 // Collects bins of any index as 0 .. n/2, the first to come of each.
 class HalfSpectrum {

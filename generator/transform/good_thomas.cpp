@@ -9,23 +9,14 @@ Bins analyseForm(Analysis& a, const plan::GoodThomas& form, const Samples& x, lo
   const int first = plan::length(*form.first);
   const int second = plan::length(*form.second);
   const int n = first * second;
-  std::vector<Bins> inner;
-  for (int r = 0; r < second; ++r) {
-    Samples coset;
-    for (int m = 0; m < first; ++m) {
-      coset.push_back(x[static_cast<std::size_t>((second * m + first * r) % n)]);
-    }
-    inner.push_back(analyse(a, *form.first, coset, u * second));
-  }
+  const auto sample = [&](int r, int m) { return x[static_cast<std::size_t>((second * m + first * r) % n)]; };
+  const std::vector<Bins> inner = analyseEach(a, *form.first, second, sample, u * second);
   HalfSpectrum out(n);
   for (int k1 = 0; k1 <= first / 2; ++k1) {
-    Bins column;
-    for (const Bins& bins : inner) {
-      column.push_back(bins[static_cast<std::size_t>(k1)]);
-    }
+    const Bins across = column(inner, k1);
     const bool isReal = 2 * k1 % first == 0;
-    const Bins bins = isReal ? completed(analyse(a, *form.second, realParts(column), u * first), second)
-                             : analyseComplex(a, *form.second, column, u * first);
+    const Bins bins = isReal ? completed(analyse(a, *form.second, realParts(across), u * first), second)
+                             : analyseComplex(a, *form.second, across, u * first);
     for (int k2 = 0; k2 < second; ++k2) {
       out.put(second * k1 + first * k2, bins[static_cast<std::size_t>(k2)]);
     }
@@ -37,30 +28,19 @@ Bins analyseForm(Analysis& a, const plan::GoodThomas& form, const Samples& x, lo
 OddBins analyseOddForm(Analysis& a, const plan::OddGoodThomas& form, const Samples& d, long u) {
   const int first = plan::length(*form.first);
   const int second = static_cast<int>(d.size()) / first;
-  std::vector<Bins> inner;
-  for (int r = 0; r < second; ++r) {
-    Samples coset;
-    for (int m = 0; m < first; ++m) {
-      coset.push_back(continued(d, 2L * second * m + static_cast<long>(first) * r));
-    }
-    inner.push_back(analyse(a, *form.first, coset, u * 2 * second));
-  }
+  const auto sample = [&](int r, int m) { return continued(d, 2L * second * m + static_cast<long>(first) * r); };
+  const std::vector<Bins> inner = analyseEach(a, *form.first, second, sample, u * 2 * second);
   OddHalfSpectrum out(static_cast<int>(d.size()));
   for (int k1 = 0; k1 <= first / 2; ++k1) {
-    Samples re;
-    Samples im;
-    for (const Bins& bins : inner) {
-      re.push_back(bins[static_cast<std::size_t>(k1)].re);
-      im.push_back(place(a.g, bins[static_cast<std::size_t>(k1)].im));
-    }
-    const OddBins p = analyseOddForm(a, plan::OddHalf::pairs, re, u * first);
+    const Bins across = column(inner, k1);
+    const OddBins p = analyseOddForm(a, plan::OddHalf::pairs, realParts(across), u * first);
     if (k1 == 0) {
       for (const auto& [f, z] : p) {
         out.put(static_cast<long>(first) * f, z);
       }
       continue;
     }
-    const OddBins q = analyseOddForm(a, plan::OddHalf::pairs, im, u * first);
+    const OddBins q = analyseOddForm(a, plan::OddHalf::pairs, imaginaryParts(a.g, across), u * first);
     for (const auto& [f, z] : p) {
       const Ref pIm = place(a.g, z.im);
       const Ref qIm = place(a.g, q.at(f).im);

@@ -33,10 +33,6 @@ Bins interleaved(const Bins& even, const OddBins& odd) {
   return out;
 }
 
-plan::Plan complexPlan(int length, plan::OddHalf oddHalf) {
-  return length > 2 ? plan::Plan{plan::PowerOfTwo{length, oddHalf}} : plan::Plan{plan::Direct{2}};
-}
-
 // d[n] - i*d[n + L/2] rotated by the n-th root of order 2L, then a complex transform: frequencies 1, 5, 9 and so on.
 OddBins byPairs(Analysis& a, plan::OddHalf form, const Samples& d, long u) {
   const std::size_t half = d.size() / 2;
@@ -46,7 +42,7 @@ OddBins byPairs(Analysis& a, plan::OddHalf form, const Samples& d, long u) {
     const Ref im = u % 4 == 1 ? -d[n + half] : d[n + half];
     z.push_back(rotate(a.g, {d[n], im}, u * static_cast<long>(n), order, SineProduct::placed, a.eighth));
   }
-  const Bins bins = analyseComplex(a, complexPlan(static_cast<int>(half), form), z, u);
+  const Bins bins = analyseComplex(a, {plan::PowerOfTwo{static_cast<int>(half), form}}, z, u);
   OddHalfSpectrum out(static_cast<int>(d.size()));
   for (std::size_t j = 0; j < half; ++j) {
     out.put(static_cast<long>(1 + 4 * j), bins[j]);
@@ -66,7 +62,7 @@ OddBins bySubsequences(Analysis& a, plan::OddHalf form, std::size_t radix, const
     }
     parts.push_back(analyseOddForm(a, form, subsequence, u));
   }
-  const plan::Plan butterfly = complexPlan(static_cast<int>(radix), plan::OddHalf::pairs);
+  const plan::Plan butterfly{plan::PowerOfTwo{static_cast<int>(radix), plan::OddHalf::pairs}};
   OddHalfSpectrum out(static_cast<int>(d.size()));
   for (int f = 1; f < static_cast<int>(length); f += 2) {
     Bins z;
