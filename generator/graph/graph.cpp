@@ -13,8 +13,12 @@ bool all(const Lanes& factors, double value) {
 
 // The sign of the first lane that is not zero.
 bool startsNegative(const Lanes& factors) {
-  const auto first = std::ranges::find_if(factors, [](Quad f) { return f != 0; });
-  return first != factors.end() && *first < 0;
+  for (const Quad f : factors) {
+    if (f != 0) {
+      return f < 0;
+    }
+  }
+  return false;
 }
 
 Lanes negated(Lanes factors) {

@@ -27,7 +27,8 @@ public:
   [[nodiscard]] constexpr bool isNegative() const { return code_ < 0; }
   [[nodiscard]] constexpr int node() const { return (code_ < 0 ? -code_ : code_) - 1; }
   constexpr Ref operator-() const { return Ref(-code_); }
-  constexpr auto operator<=>(const Ref&) const = default;
+  constexpr bool operator==(const Ref&) const = default;
+  constexpr bool operator<(const Ref& other) const { return code_ < other.code_; }
 
 private:
   explicit constexpr Ref(int code) : code_(code) {}

@@ -27,14 +27,18 @@ std::vector<std::vector<int>> users(const std::vector<Task>& tasks) {
   return out;
 }
 
+// How many operands each task waits for.
+std::vector<std::size_t> operandCounts(const std::vector<Task>& tasks) {
+  std::vector<std::size_t> counts(tasks.size());
+  std::ranges::transform(tasks, counts.begin(), [](const Task& task) { return task.operands.size(); });
+  return counts;
+}
+
 // Tasks in the order in which they were built, except that a load waits for its first user and a last step runs as soon
 // as its operands stand.
 Order asBuilt(const std::vector<Task>& tasks) {
   const auto usersOf = users(tasks);
-  std::vector<std::size_t> missing;
-  for (const Task& task : tasks) {
-    missing.push_back(task.operands.size());
-  }
+  std::vector<std::size_t> missing = operandCounts(tasks);
   Order order;
   std::vector<bool> isDone(tasks.size(), false);
   const auto run = [&](auto& self, int task) -> void {
@@ -87,15 +91,12 @@ Order depthFirst(const std::vector<Task>& tasks) {
 // other.
 Order byFreedValues(const std::vector<Task>& tasks, int window) {
   const auto usersOf = users(tasks);
-  std::vector<std::size_t> missing;
-  std::vector<std::size_t> remainingUses;
-  for (std::size_t i = 0; i < tasks.size(); ++i) {
-    missing.push_back(tasks[i].operands.size());
-    remainingUses.push_back(usersOf[i].size());
-  }
+  std::vector<std::size_t> missing = operandCounts(tasks);
+  std::vector<std::size_t> remainingUses(tasks.size());
   std::vector<int> doneAt(tasks.size(), -1);
   std::vector<int> ready;
   for (std::size_t i = 0; i < tasks.size(); ++i) {
+    remainingUses[i] = usersOf[i].size();
     if (missing[i] == 0) {
       ready.push_back(static_cast<int>(i));
     }
