@@ -86,8 +86,10 @@ Image renderScene(std::size_t size) {
     for (std::size_t x = 0; x < size; ++x) {
       double sum = 0;
       for (std::size_t s = 0; s < kSamples * kSamples; ++s) {
-        const auto u = static_cast<double>(x * kSamples + s % kSamples) + 0.5;
-        const auto v = static_cast<double>(y * kSamples + s / kSamples) + 0.5;
+        const std::size_t column = x * kSamples + s % kSamples;
+        const std::size_t row = y * kSamples + s / kSamples;
+        const double u = static_cast<double>(column) + 0.5;
+        const double v = static_cast<double>(row) + 0.5;
         sum += std::clamp(radiance(unit({1.2 * (u / side - 0.5), 1.2 * (0.45 - v / side), 1.0})), 0.0, 1.0);
       }
       image.pixels.push_back(static_cast<float>(sum / (kSamples * kSamples)));

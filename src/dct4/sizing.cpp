@@ -16,7 +16,7 @@ namespace {
 struct Total {
   std::uint32_t bytes;
 
-  constexpr bool refused() const { return static_cast<std::int32_t>(bytes) < 0; }
+  [[nodiscard]] constexpr bool refused() const { return static_cast<std::int32_t>(bytes) < 0; }
   friend constexpr Total operator+(Total a, Total b) { return {a.bytes + b.bytes}; }
 };
 constexpr Total kRefused{static_cast<std::uint32_t>(tfmStsBadSize)};

@@ -26,7 +26,7 @@ struct SplitRow {
   std::ptrdiff_t resultStep; // r rows of the result
   std::ptrdiff_t rowStride;  // from the real part to the imaginary part of the result
 
-  TFMGEN_INLINE Value load(int s) const {
+  [[nodiscard]] TFMGEN_INLINE Value load(int s) const {
     const T* from = scratch + s * partStep;
     return {Lanes<T>::load(from), Lanes<T>::load(from + imaginary)};
   }
@@ -79,6 +79,7 @@ TFMGEN_INLINE void transformRowInTwoPasses(const SplitRow<T>& row, const T* firs
 template <int g, class T>
 [[gnu::noinline]] void mergeRows(const TfmgOddSplitMerge<T>& merge, T* out, const T* scratch, std::ptrdiff_t column) {
   constexpr std::ptrdiff_t entryStep = 2 * kLanes<T>;
+  constexpr std::ptrdiff_t quarter = g / 4;
   const std::ptrdiff_t f = merge.factor;
   SplitRow<T> row{.scratch = scratch + column,
                   .partStep = f,
@@ -89,12 +90,12 @@ template <int g, class T>
                   .rowStride = f};
   const T* entries = merge.table;
   // The rotations in front of the first pass stand behind those between the passes.
-  const T* firstEntries = merge.table + merge.halfRows * (3 * (g / 4) * entryStep);
+  const T* firstEntries = merge.table + merge.halfRows * (3 * quarter * entryStep);
   for (std::int32_t i = 0; i < merge.halfRows; ++i) {
     if constexpr (inTwoPasses(g)) {
       transformRowInTwoPasses<g>(row, firstEntries, entries);
-      firstEntries += (g / 4 - 1) * entryStep;
-      entries += 3 * (g / 4) * entryStep;
+      firstEntries += (quarter - 1) * entryStep;
+      entries += 3 * quarter * entryStep;
     } else {
       transformRow<g>(row, entries);
       entries += (g - 1) * entryStep;
