@@ -4,27 +4,14 @@
 #pragma once
 
 #include "constants.hpp"
+#include "kernel/unroll.hpp"
 #include "lanes.hpp"
-
-#include <type_traits>
-#include <utility>
 
 namespace tfmgen::dct4 {
 
 // An index known to the compiler, so that a functor can hand it on as a template argument.
 template <int i>
-using Index = std::integral_constant<int, i>;
-template <int i>
 inline constexpr Index<i> at{};
-
-// body(at<0>), ..., body(at<count - 1>).
-template <int count, class Body>
-TFMGEN_INLINE void unroll(const Body& body) {
-  [&]<int... i>(std::integer_sequence<int, i...>) TFMGEN_LAMBDA {
-    (body(at<i>), ...);
-  }
-  (std::make_integer_sequence<int, count>{});
-}
 
 template <class V>
 struct Complex {

@@ -1,6 +1,8 @@
 // The values that the kernels compute with: a scalar in the codelets, the lanes of a 128-bit vector in the stages.
 #pragma once
 
+#include "kernel/memory.hpp"
+
 #include <emmintrin.h>
 
 #include <cstddef>
@@ -26,14 +28,6 @@ TFMGEN_INLINE T loadSample(const T* from) {
 template <class T>
 TFMGEN_INLINE void storeSample(T* to, T value) {
   reinterpret_cast<Sample<T>*>(to)->value = value;
-}
-
-// Makes the compiler forget where a value came from, so that it does not join accesses to neighbouring samples into
-// wider ones. No instruction comes of it.
-template <class V>
-TFMGEN_INLINE V opaque(V value) {
-  asm("" : "+x"(value));
-  return value;
 }
 
 // One 128-bit vector. Arithmetic runs lane by lane; lanes meet memory as scalars in gather and scatter, and as aligned

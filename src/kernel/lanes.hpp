@@ -2,6 +2,8 @@
 // the language, lane by lane, each rounded once.
 #pragma once
 
+#include "memory.hpp"
+
 #include <emmintrin.h>
 
 #include <array>
@@ -47,27 +49,6 @@ struct Lanes<double> {
   }
 };
 
-// One element at any address.
-template <class Real>
-[[gnu::always_inline]] inline Real loadElement(const Real* from) {
-  Real x;
-  __builtin_memcpy(&x, from, sizeof x);
-  return x;
-}
-
-template <class Real>
-[[gnu::always_inline]] inline void storeElement(Real* to, Real x) {
-  __builtin_memcpy(to, &x, sizeof x);
-}
-
-// A value that the compiler knows nothing about: it stays in its register, where it would otherwise be loaded again
-// from the array, or joined with its neighbour in memory to one wider access.
-template <class Vector>
-[[gnu::always_inline]] inline Vector opaque(Vector v) {
-  asm("" : "+x"(v));
-  return v;
-}
-
 // Memory at a multiple of 16 bytes: one access for each vector.
 struct Aligned {
   [[gnu::always_inline]] static __m128 load(const float* from) { return opaque(_mm_load_ps(from)); }
@@ -75,11 +56,6 @@ struct Aligned {
   [[gnu::always_inline]] static void store(float* to, __m128 v) { _mm_store_ps(to, v); }
   [[gnu::always_inline]] static void store(double* to, __m128d v) { _mm_store_pd(to, v); }
 };
-
-// Stores on both sides of this are not joined to a wider one.
-[[gnu::always_inline]] inline void separateStores() {
-  asm volatile("" : : : "memory");
-}
 
 // Memory at any address: one unaligned access for four floats, one access for each double.
 struct Unaligned {

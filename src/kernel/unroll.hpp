@@ -1,6 +1,7 @@
 // Loops that are gone before the compiler chooses registers: every index is a constant.
 #pragma once
 
+#include <type_traits>
 #include <utility>
 
 namespace tfmgen {
