@@ -41,6 +41,11 @@ constexpr std::uint32_t sampleBytes(std::int32_t count) {
   return static_cast<std::uint32_t>(count) * static_cast<std::uint32_t>(sizeof(T));
 }
 
+// The bytes of a table of 16-byte vectors, in the same arithmetic.
+constexpr std::uint32_t vectorBytes(std::int32_t rows, std::int32_t vectorsPerRow) {
+  return static_cast<std::uint32_t>(rows) * static_cast<std::uint32_t>(vectorsPerRow) * 16U;
+}
+
 template <class Record>
 Record* takeRecord(TfmgArena* arena) {
   return ::new (tfmgArenaTake(arena, sizeof(Record))) Record;

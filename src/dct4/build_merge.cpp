@@ -34,8 +34,7 @@ TfmStatus buildMergeLoop(TfmgPlanHead* head) {
 template <class T>
 void fillMergeLoop(TfmgDCT4MergeLoop<T>* loop, const TfmgDCT4MergeStage<T>* stage,
                    const TfmgDCT4LaneSource<T>* source) {
-  fillItem(loop, stage->head.arena, releaseMergeLoop<T>);
-  loop->head.build = buildMergeLoop<T>;
+  fillHead(loop, stage->head.arena, releaseMergeLoop<T>, buildMergeLoop<T>);
   loop->table = nullptr;
   loop->kind = 0;
   loop->factor = stage->factor;
@@ -82,8 +81,7 @@ TfmStatus buildMergeStage(TfmgPlanHead* head) {
 template <class T>
 void fillMergeStage(TfmgDCT4MergeStage<T>* stage, TfmgArena* arena, std::int32_t length, std::int32_t factor,
                     const TfmgDCT4TwiddleSource<T>* source) {
-  fillItem(stage, arena, releaseMergeStage<T>);
-  stage->head.build = buildMergeStage<T>;
+  fillHead(stage, arena, releaseMergeStage<T>, buildMergeStage<T>);
   stage->table = nullptr;
   stage->kind = 0;
   stage->factor = factor;

@@ -29,8 +29,7 @@ TfmStatus buildSplitMerge(TfmgPlanHead* head) {
 
 template <class T>
 void fillSplitMerge(TfmgOddSplitMerge<T>* merge, const TfmgOddSplit<T>* split, const TfmgOddAngleSource<T>* source) {
-  fillItem(merge, split->head.arena, releaseSplitMerge<T>);
-  merge->head.build = buildSplitMerge<T>;
+  fillHead(merge, split->head.arena, releaseSplitMerge<T>, buildSplitMerge<T>);
   merge->table = nullptr;
   merge->kind = 0;
   merge->subFactor = split->subFactor;

@@ -49,12 +49,17 @@ void fillItem(Record* record, TfmgArena* arena, void (*release)(TfmgPlanItem*)) 
   record->head.arena = arena;
 }
 
+template <class Record>
+void fillHead(Record* record, TfmgArena* arena, void (*release)(TfmgPlanItem*), TfmStatus (*build)(TfmgPlanHead*)) {
+  fillItem(record, arena, release);
+  record->head.build = build;
+}
+
 // Takes a record of the arena and fills its head.
 template <class Record>
 Record* makeRecord(TfmgArena* arena, void (*release)(TfmgPlanItem*), TfmStatus (*build)(TfmgPlanHead*)) {
   auto* record = takeRecord<Record>(arena);
-  fillItem(record, arena, release);
-  record->head.build = build;
+  fillHead(record, arena, release, build);
   return record;
 }
 

@@ -28,7 +28,7 @@ constexpr Total records(std::uint32_t listNodes) {
 }
 
 constexpr Total vectorTable(std::int32_t rows, std::int32_t vectorsPerRow) {
-  return {tfmgRoundUp32(16U * (static_cast<std::uint32_t>(rows) * static_cast<std::uint32_t>(vectorsPerRow)))};
+  return {tfmgRoundUp32(vectorBytes(rows, vectorsPerRow))};
 }
 
 template <class T>

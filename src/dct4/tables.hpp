@@ -16,11 +16,6 @@ void fillLaneSource(TfmgDCT4LaneSource<T>* source, TfmgArena* arena, const TfmgD
 template <class T>
 void fillAngleSource(TfmgOddAngleSource<T>* source, TfmgArena* arena, std::int32_t splitLength, std::int32_t subFactor);
 
-// Vectors of 16 bytes in a table, wrapping at 32 bits.
-constexpr std::uint32_t vectorBytes(std::int32_t rows, std::int32_t vectorsPerRow) {
-  return static_cast<std::uint32_t>(rows) * static_cast<std::uint32_t>(vectorsPerRow) * 16U;
-}
-
 // Take a table of the arena, fill it and store it in the record, whose other fields are set.
 template <class T>
 void makeMergeTable(TfmgDCT4MergeLoop<T>* loop);
