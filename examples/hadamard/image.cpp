@@ -1,12 +1,12 @@
 #include "image.hpp"
 
+#include "common/write_png.hpp"
+
 #include <png.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <filesystem>
 #include <stdexcept>
 
 Image readPng(const std::string& path) {
@@ -28,30 +28,10 @@ Image readPng(const std::string& path) {
 }
 
 void writePng(const Image& image, const std::string& path) {
-  namespace fs = std::filesystem;
-  if (fs::exists(path) && !fs::is_regular_file(path)) {
-    throw std::runtime_error("cannot write " + path + ": not a regular file");
-  }
   std::vector<std::uint8_t> levels(image.pixels.size());
   std::transform(image.pixels.begin(), image.pixels.end(), levels.begin(),
                  [](float x) { return static_cast<std::uint8_t>(std::lround(255.0F * std::clamp(x, 0.0F, 1.0F))); });
-  png_image png{};
-  png.version = PNG_IMAGE_VERSION;
-  png.width = static_cast<png_uint_32>(image.width);
-  png.height = static_cast<png_uint_32>(image.height);
-  png.format = PNG_FORMAT_GRAY;
-  const std::string unfinished = path + "." + std::to_string(getpid()) + ".part";
-  std::error_code error;
-  if (png_image_write_to_file(&png, unfinished.c_str(), 0, levels.data(), 0, nullptr) == 0) {
-    fs::remove(unfinished, error);
-    throw std::runtime_error("cannot write " + path + ": " + png.message);
-  }
-  fs::rename(unfinished, path, error);
-  if (error) {
-    const std::string reason = error.message();
-    fs::remove(unfinished, error);
-    throw std::runtime_error("cannot write " + path + ": " + reason);
-  }
+  writePng(path, {image.width, image.height}, levels);
 }
 
 Image squareOf(const Image& image, std::size_t size) {

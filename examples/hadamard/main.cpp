@@ -7,16 +7,17 @@
 // scene, a scan pixel by pixel, the scan with all 4096 patterns, and that with the coarsest 1024.
 
 #include "camera.hpp"
+#include "common/parse_number.hpp"
 #include "image.hpp"
 #include "scene.hpp"
 
-#include <charconv>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
 #include <iostream>
 #include <stdexcept>
-#include <string_view>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -24,13 +25,12 @@ constexpr double kDefaultNoise = 0.2;
 constexpr std::size_t kZoom = 4; // picture pixels a camera pixel, in either direction
 constexpr std::size_t kGap = 8;  // white pixels between pictures
 
-double parseNoise(std::string_view text) {
-  double noise = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), noise);
-  if (error != std::errc{} || end != text.data() + text.size() || !(noise >= 0 && noise <= 1000)) {
-    throw std::invalid_argument("not a noise from 0 to 1000: " + std::string(text));
+double parseNoise(const std::string& text) {
+  const auto noise = parseNumber<double>(text);
+  if (!noise || !(*noise >= 0 && *noise <= 1000)) {
+    throw std::invalid_argument("not a noise from 0 to 1000: " + text);
   }
-  return noise;
+  return *noise;
 }
 
 Image sideBySide(const std::vector<std::vector<float>>& pictures) {

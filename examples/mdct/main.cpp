@@ -1,16 +1,15 @@
 // An MDCT round trip on a WAV file: analysis, an optional quantisation of the coefficients, synthesis. Prints the
 // signal-to-noise ratio and the time taken, and writes the result as WAV.
+#include "common/parse_number.hpp"
+#include "common/replace_file.hpp"
 #include "lapped.hpp"
 
 #include <sndfile.h>
 
 #include <algorithm>
-#include <charconv>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
-#include <cstring>
-#include <filesystem>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -31,13 +30,12 @@ struct Arguments {
 };
 
 template <class Number>
-Number parseNumber(std::string_view option, std::string_view text) {
-  Number value{};
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size()) {
+Number valueOf(std::string_view option, std::string_view text) {
+  const auto value = parseNumber<Number>(text);
+  if (!value) {
     throw std::invalid_argument(std::string(option) + ": '" + std::string(text) + "' is not a number");
   }
-  return value;
+  return *value;
 }
 
 Arguments parseArguments(const std::vector<std::string_view>& words) {
@@ -53,9 +51,9 @@ Arguments parseArguments(const std::vector<std::string_view>& words) {
       throw std::invalid_argument(std::string(word) + " takes a value");
     }
     if (word == "--frame") {
-      arguments.frame = parseNumber<std::int32_t>(word, words[++i]);
+      arguments.frame = valueOf<std::int32_t>(word, words[++i]);
     } else if (word == "--quantise") {
-      arguments.step = parseNumber<double>(word, words[++i]);
+      arguments.step = valueOf<double>(word, words[++i]);
       if (!(arguments.step > 0) || !std::isfinite(arguments.step)) {
         throw std::invalid_argument("--quantise: the step must be positive");
       }
@@ -97,27 +95,20 @@ Sound read(const std::string& path) {
   return sound;
 }
 
-// Writes beside the output first and renames at the end, so that a failure leaves no part of a file.
 void write(const std::string& path, const Sound& sound) {
   SF_INFO info = sound.info;
   info.format = SF_FORMAT_WAV | (info.format & SF_FORMAT_SUBMASK);
   if (sf_format_check(&info) == 0) {
     info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_24;
   }
-  const std::string part = path + ".part";
-  try {
+  replaceFile(path, [&](const std::string& part) {
     SoundFile file = open(part, SFM_WRITE, info);
     sf_command(file.get(), SFC_SET_CLIPPING, nullptr, SF_TRUE);
     if (sf_writef_double(file.get(), sound.samples.data(), sound.info.frames) != sound.info.frames ||
         sf_close(file.release()) != 0) {
       throw std::runtime_error(path + ": cannot be written");
     }
-    std::filesystem::rename(part, path);
-  } catch (...) {
-    std::error_code ignored;
-    std::filesystem::remove(part, ignored);
-    throw;
-  }
+  });
 }
 
 // One channel, there and back.

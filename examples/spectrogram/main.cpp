@@ -4,31 +4,29 @@
 //
 // LENGTH is the number of samples of a frame, 2 to 64; more show finer frequencies and coarser times.
 
+#include "common/parse_number.hpp"
 #include "picture.hpp"
 #include "recording.hpp"
 #include "spectrum.hpp"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
 #include <iostream>
 #include <stdexcept>
-#include <string_view>
+#include <string>
 
 namespace {
 
 constexpr int kDefaultLength = 64;
 
-int parseLength(std::string_view text) {
-  int length = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), length);
-  if (error != std::errc{} || end != text.data() + text.size()) {
-    throw std::invalid_argument("not a length: " + std::string(text));
+int parseLength(const std::string& text) {
+  const auto length = parseNumber<int>(text);
+  if (!length) {
+    throw std::invalid_argument("not a length: " + text);
   }
-  return length;
+  return *length;
 }
 
 // The bin of most power over all frames, without bin 0, which holds the recording's offset.

@@ -1,14 +1,9 @@
 #include "picture.hpp"
 
-#include <png.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <filesystem>
-#include <stdexcept>
 
 namespace {
 
@@ -16,7 +11,7 @@ constexpr std::size_t kWidth = 1200; // at most, in pixels
 constexpr std::size_t kHeight = 480; // about
 constexpr double kDecibels = 80;
 
-using ColourMap = std::array<std::array<std::uint8_t, 3>, 256>;
+using ColourMap = std::array<Colour, 256>;
 
 // Dark violet through red to light yellow, of steadily growing lightness.
 ColourMap colourMap() {
@@ -82,34 +77,6 @@ std::vector<std::uint8_t> enlarge(const std::vector<std::uint8_t>& small, std::s
   return pixels;
 }
 
-// Writes beside the target first and then renames, so that nobody ever sees half a picture.
-void writePng(const std::vector<std::uint8_t>& pixels, PictureSize size, const std::string& path) {
-  namespace fs = std::filesystem;
-  if (fs::exists(path) && !fs::is_regular_file(path)) {
-    throw std::runtime_error("cannot write " + path + ": not a regular file");
-  }
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  image.width = static_cast<png_uint_32>(size.width);
-  image.height = static_cast<png_uint_32>(size.height);
-  image.format = PNG_FORMAT_RGB_COLORMAP;
-  const ColourMap map = colourMap();
-  image.colormap_entries = static_cast<png_uint_32>(map.size());
-
-  const std::string unfinished = path + "." + std::to_string(getpid()) + ".part";
-  std::error_code error;
-  if (png_image_write_to_file(&image, unfinished.c_str(), 0, pixels.data(), 0, map.data()) == 0) {
-    fs::remove(unfinished, error);
-    throw std::runtime_error("cannot write " + path + ": " + image.message);
-  }
-  fs::rename(unfinished, path, error);
-  if (error) {
-    const std::string reason = error.message();
-    fs::remove(unfinished, error);
-    throw std::runtime_error("cannot write " + path + ": " + reason);
-  }
-}
-
 } // namespace
 
 PictureSize writePicture(const Spectrogram& spectrogram, const std::string& path) {
@@ -117,6 +84,6 @@ PictureSize writePicture(const Spectrogram& spectrogram, const std::string& path
   const std::size_t blockWidth = kWidth / columns;
   const std::size_t blockHeight = kHeight / spectrogram.bins();
   const PictureSize size{columns * blockWidth, spectrogram.bins() * blockHeight};
-  writePng(enlarge(levels(spectrogram, columns), columns, blockWidth, blockHeight), size, path);
+  writePng(path, size, enlarge(levels(spectrogram, columns), columns, blockWidth, blockHeight), colourMap());
   return size;
 }

@@ -1,13 +1,9 @@
 #pragma once
 
+#include "common/write_png.hpp"
 #include "spectrum.hpp"
 
 #include <string>
-
-struct PictureSize {
-  std::size_t width;
-  std::size_t height;
-};
 
 // Writes a PNG with time from left to right, frequency from bottom to top and power as colour, 80 dB from black to
 // light yellow. Bins and frames become blocks of pixels; where there are more frames than columns, a column shows the
