@@ -99,7 +99,14 @@ void runAvTx(benchmark::State& state, int n) {
   av_tx_uninit(&context);
 }
 
-// Least time of every routine, by "type n" and routine.
+// "type n"
+std::string caseName(const std::string& type, const std::string& n) {
+  std::string name = type;
+  name += ' ';
+  return name += n;
+}
+
+// Least time of every routine, by case name and routine.
 using Times = std::map<std::string, std::map<std::string, double>>;
 
 // Keeps the least time over the repetitions of what it prints.
@@ -121,7 +128,7 @@ public:
       std::getline(name, n, '/');
       std::getline(name, routine, '/');
       const double time = run.GetAdjustedCPUTime();
-      auto& least = times_[type + ' ' + n];
+      auto& least = times_[caseName(type, n)];
       const auto found = least.try_emplace(routine, time).first;
       found->second = std::min(found->second, time);
     }
@@ -146,7 +153,7 @@ std::map<std::string, Mark> readMarks(const char* file) {
   std::string n;
   Mark mark;
   while (lines >> type >> n >> mark.best >> mark.peer >> mark.peerCycles) {
-    marks[type + ' ' + n] = mark;
+    marks[caseName(type, n)] = mark;
   }
   return marks;
 }
