@@ -41,7 +41,8 @@ typedef struct {
 
 /* ---- Statuses ---------------------------------------------------------------------------------------------------- */
 
-/* A call that returns anything but tfmStsOk has not touched its destination. */
+/* A call that returns anything but tfmStsOk has not touched its destination; of the memory that a caller provides, only
+ * the buffer of tfmgDCT4Init may have been written. */
 typedef int32_t TfmStatus;
 
 enum {
@@ -88,18 +89,18 @@ TFMGEN_API const TfmLibVersion* tfmgenGetLibVersion(void);
 /* ---- Lengths of the DFT and Hartley families --------------------------------------------------------------------- */
 
 /* Expands M(N, a, b, c) for each length N from 2 to 64 that has a routine of its own. */
+/* clang-format off */
 #define TFMGEN_FOR_EACH_LENGTH(M, a, b, c)                                                                             \
-  M(2, a, b, c)                                                                                                        \
-  M(3, a, b, c) M(4, a, b, c) M(5, a, b, c) M(6, a, b, c) M(7, a, b, c) M(8, a, b, c) M(9, a, b, c) M(10, a, b, c)     \
-      M(11, a, b, c) M(12, a, b, c) M(13, a, b, c) M(14, a, b, c) M(15, a, b, c) M(16, a, b, c) M(17, a, b, c)         \
-          M(18, a, b, c) M(19, a, b, c) M(20, a, b, c) M(21, a, b, c) M(22, a, b, c) M(23, a, b, c) M(24, a, b, c)     \
-              M(25, a, b, c) M(26, a, b, c) M(27, a, b, c) M(28, a, b, c) M(29, a, b, c) M(30, a, b, c) M(31, a, b, c) \
-                  M(32, a, b, c) M(33, a, b, c) M(34, a, b, c) M(35, a, b, c) M(36, a, b, c) M(37, a, b, c)            \
-                      M(38, a, b, c) M(39, a, b, c) M(40, a, b, c) M(41, a, b, c) M(42, a, b, c) M(43, a, b, c)        \
-                          M(44, a, b, c) M(45, a, b, c) M(46, a, b, c) M(47, a, b, c) M(48, a, b, c) M(49, a, b, c)    \
-                              M(50, a, b, c) M(51, a, b, c) M(52, a, b, c) M(53, a, b, c) M(54, a, b, c)               \
-                                  M(55, a, b, c) M(56, a, b, c) M(57, a, b, c) M(58, a, b, c) M(59, a, b, c)           \
-                                      M(60, a, b, c) M(61, a, b, c) M(62, a, b, c) M(63, a, b, c) M(64, a, b, c)
+  M(2, a, b, c) M(3, a, b, c) M(4, a, b, c) M(5, a, b, c) M(6, a, b, c) M(7, a, b, c) M(8, a, b, c)                    \
+  M(9, a, b, c) M(10, a, b, c) M(11, a, b, c) M(12, a, b, c) M(13, a, b, c) M(14, a, b, c) M(15, a, b, c)              \
+  M(16, a, b, c) M(17, a, b, c) M(18, a, b, c) M(19, a, b, c) M(20, a, b, c) M(21, a, b, c) M(22, a, b, c)             \
+  M(23, a, b, c) M(24, a, b, c) M(25, a, b, c) M(26, a, b, c) M(27, a, b, c) M(28, a, b, c) M(29, a, b, c)             \
+  M(30, a, b, c) M(31, a, b, c) M(32, a, b, c) M(33, a, b, c) M(34, a, b, c) M(35, a, b, c) M(36, a, b, c)             \
+  M(37, a, b, c) M(38, a, b, c) M(39, a, b, c) M(40, a, b, c) M(41, a, b, c) M(42, a, b, c) M(43, a, b, c)             \
+  M(44, a, b, c) M(45, a, b, c) M(46, a, b, c) M(47, a, b, c) M(48, a, b, c) M(49, a, b, c) M(50, a, b, c)             \
+  M(51, a, b, c) M(52, a, b, c) M(53, a, b, c) M(54, a, b, c) M(55, a, b, c) M(56, a, b, c) M(57, a, b, c)             \
+  M(58, a, b, c) M(59, a, b, c) M(60, a, b, c) M(61, a, b, c) M(62, a, b, c) M(63, a, b, c) M(64, a, b, c)
+/* clang-format on */
 
 /* Prototypes of one transform family in one sample type: an entry for each length and the general entry. */
 #define TFMGEN_DFT_ENTRY(N, family, suffix, Sample)                                                                    \
@@ -203,9 +204,19 @@ TFMGEN_DFT_FAMILY(DFTInv_PermToR, 64f, Tfm64f)
  *   pDst  H, N elements
  *   flag  scaling flag; gives s. There is no direction: TFM_DIV_FWD_BY_N and TFM_DIV_INV_BY_N both divide by N
  *
- * The transform is its own inverse up to the factor N: twice with TFM_DIV_BY_SQRTN gives x back up to rounding. In terms
- * of the real DFT, H[k] = R(k) - I(k) and H[N-k] = R(k) + I(k) up to rounding. Arrays, precision, general entries and
- * statuses are as for the inverse real DFT. */
+ * The transform is its own inverse up to the factor N: twice with TFM_DIV_BY_SQRTN gives x back up to rounding. In
+ * terms of the real DFT, H[k] = R(k) - I(k) and H[N-k] = R(k) + I(k) up to rounding.
+ *
+ * Both arrays may start at any address. They may be the same, with the same bits as separate arrays; other overlaps are
+ * not allowed. 32-bit transforms use double constants as the inverse real DFT does, and every output is multiplied by s
+ * after it has been rounded.
+ *
+ * The general entries take the length behind pDst: tfmgHartley_32f(pSrc, pDst, len, flag).
+ *
+ * Statuses in order of precedence:
+ *   tfmStsBadSize  len is not 2 .. 64 (general entries only)
+ *   tfmStsNullPtr  pSrc or pDst is null
+ *   tfmStsBadFlag  flag is not 1, 2, 4 or 8 */
 TFMGEN_DFT_FAMILY(Hartley, 32f, Tfm32f)
 TFMGEN_DFT_FAMILY(Hartley, 64f, Tfm64f)
 
@@ -220,24 +231,30 @@ TFMGEN_DFT_FAMILY(Hartley, 64f, Tfm64f)
  * calls with TFM_DIV_BY_SQRTN give the input back, up to rounding; two calls with TFM_DIV_FWD_BY_N or TFM_DIV_INV_BY_N,
  * which mean the same here, give the input divided by N.
  *
- * Results are exactly those of this procedure, with every operation rounded to the sample type (where not-a-numbers meet,
- * which of them comes through is left open):
+ * Results are exactly those of this procedure, with every operation rounded to the sample type (where not-a-numbers
+ * meet, which of them comes through is left open):
  *   1. Copy the input to a[].
  *   2. For h = 1, 2, 4, .. N/2 and every pair (j, j + h) with bit h of j clear, replace a[j] by a[j] + a[j + h] and
  *      a[j + h] by the old a[j] minus the old a[j + h].
  *   3. Store a[j] * s.
  *
- * Arguments:
- *   pSrc     N samples at any address.
- *   pDst     N samples at any address; may equal pSrc. Arrays that overlap at an offset are not supported. Both arrays
- *            at multiples of 16 bytes are fastest.
- *   flag     Scaling flag.
- *   pBuffer  Work buffer, written before it is read and worthless after the call. It serves one call at a time. Orders 1
- *            to 7 accept anything here and never look at it. Orders 8 to 13 need as many bytes as tfmgWHTGetBufferSize
- *            tells, at a multiple of 16 bytes; a null pointer makes the call get a block of this size from tfmMalloc and
- *            free it with tfmFree before it returns.
+ *   pSrc     N elements, read only
+ *   pDst     N elements
+ *   flag     scaling flag; gives s
+ *   pBuffer  work buffer, written before it is read and worthless after the call; it serves one call at a time.
+ *            Orders 1 to 7 accept anything here and never look at it. Orders 8 to 13 need as many bytes as
+ *            tfmgWHTGetBufferSize tells, at a multiple of 16; a null pointer makes the call get a block of this size
+ *            from tfmMalloc and free it with tfmFree before it returns
  *
- * Returns tfmStsOk; tfmStsNullPtr when pSrc or pDst is null; otherwise tfmStsBadFlag.
+ * Both arrays may start at any address. They may be the same, with the same bits as separate arrays; other overlaps are
+ * not allowed. Arrays that both start at a multiple of 16 are the fastest.
+ *
+ * The general entries take the order behind pDst: tfmgWHT_32f(pSrc, pDst, order, flag, pBuffer).
+ *
+ * Statuses in order of precedence:
+ *   tfmStsBadSize  order is not 1 .. 13 (general entries only)
+ *   tfmStsNullPtr  pSrc or pDst is null
+ *   tfmStsBadFlag  flag is not 1, 2, 4 or 8
  *
  * Not checked: the size and the alignment of a pBuffer that is not null (a misaligned one faults, one too small is
  * overrun), and the result of tfmMalloc (no memory means an invalid store). Callers who must survive a lack of memory
@@ -270,14 +287,12 @@ TFMGEN_API TfmStatus tfmgWHT_11_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t fl
 TFMGEN_API TfmStatus tfmgWHT_12_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t flag, uint8_t* pBuffer);
 TFMGEN_API TfmStatus tfmgWHT_13_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t flag, uint8_t* pBuffer);
 
-/* The same with the order as an argument. Before it looks at anything else, an order outside 1 .. 13 is
- * tfmStsBadSize. */
+/* The general entries. */
 TFMGEN_API TfmStatus tfmgWHT_32f(const Tfm32f* pSrc, Tfm32f* pDst, int32_t order, int32_t flag, uint8_t* pBuffer);
 TFMGEN_API TfmStatus tfmgWHT_64f(const Tfm64f* pSrc, Tfm64f* pDst, int32_t order, int32_t flag, uint8_t* pBuffer);
 
-/* Stores the size of pBuffer in bytes in *pSize: 0 for orders 1 to 7, at most 73728. An order outside 1 .. 13 is
- * tfmStsBadSize and leaves *pSize as it was. pSize is not checked: with a valid order a null pointer is an invalid
- * store. */
+/* Stores the bytes of pBuffer for `order` in *pSize: 0 for orders 1 to 7, at most 73728. tfmStsBadSize when the order
+ * is not 1 .. 13, with *pSize untouched. pSize is not checked: it must not be null. */
 TFMGEN_API TfmStatus tfmgWHTGetBufferSize_32f(int32_t order, int32_t* pSize);
 TFMGEN_API TfmStatus tfmgWHTGetBufferSize_64f(int32_t order, int32_t* pSize);
 
@@ -290,59 +305,72 @@ TFMGEN_API TfmStatus tfmgWHTGetBufferSize_64f(int32_t order, int32_t* pSize);
  * Two calls in a row multiply by N/2.
  *
  * A plan holds what a length needs. It is a tree of records in one buffer and refers to itself by address: it cannot be
- * copied or moved. A plan is for the sample type that built it; which one that was is not stored, and the functions of the
- * other type must not be given it.
+ * copied or moved. A plan is for the sample type that built it; which one that was is not stored, and the functions of
+ * the other type must not be given it.
  *
  * Lengths N, with k an exponent:
  *   32-bit   2, 4, 8, 16, 32, and 2^k for k = 6 .. 26
  *   64-bit   2, 4, 8, 16, 32, and 2^k for k = 6 .. 25
  * All others are tfmStsBadSize, but for those that follow, which pass and are of no use:
  *
- * - 2^k + 1, for k = 5 .. 26 (32-bit) and k = 3 .. 25 (64-bit). Plans are built and calls return tfmStsOk, but the result is
- *   no DCT-IV, some elements of pDst keep their old values (at N = 33: 4, 5, 12, 13, 20, 21, 28 and 29), some are written
- *   twice, and element N is read in pSrc and written in pDst: both arrays need N + 1 elements.
- * - 2^30 and 2^30 + 1, with 64-bit samples also 2^29 and 2^29 + 1. Their size exceeds 32 bits and wraps around to a number
- *   far below what such a plan takes. Never build a plan of them: Init and InitAlloc would write past the buffer. */
+ * - 2^k + 1, for k = 5 .. 26 (32-bit) and k = 3 .. 25 (64-bit). Plans are built and calls return tfmStsOk, but the
+ *   result is no DCT-IV, some elements of pDst keep their old values (at N = 33: 4, 5, 12, 13, 20, 21, 28 and 29), some
+ *   are written twice, and element N is read in pSrc and written in pDst: both arrays need N + 1 elements.
+ * - 2^30 and 2^30 + 1, with 64-bit samples also 2^29 and 2^29 + 1. Their size exceeds 32 bits and wraps around to a
+ *   number far below what such a plan takes. Never build a plan of them: tfmgDCT4Init and tfmgDCT4InitAlloc would write
+ *   past the buffer. */
 typedef struct TfmgDCT4Plan TfmgDCT4Plan;
 
-/* Stores the bytes of a plan's buffer for `length` in *pSize. tfmStsBadSize for any other length, with *pSize untouched.
- * pSize is not checked: it must not be null. */
+/* Stores the bytes of a plan's buffer for `length` in *pSize. tfmStsBadSize for a length without a plan, with *pSize
+ * untouched. pSize is not checked: it must not be null. */
 TFMGEN_API TfmStatus tfmgDCT4GetSize_32f(int32_t length, int32_t* pSize);
 TFMGEN_API TfmStatus tfmgDCT4GetSize_64f(int32_t length, int32_t* pSize);
 
-/* Builds a plan in pBuffer, which the caller owns, and stores it in *ppPlan. The plan lives until the buffer is freed or
- * used otherwise, and is not given to tfmgDCT4Free.
+/* Builds a plan of `length` in pBuffer, which the caller owns, and stores it in *ppPlan. The plan lives until the
+ * buffer is freed or used otherwise, and is not given to tfmgDCT4Free.
  *
  * The buffer must hold the bytes that tfmgDCT4GetSize tells; its size is not checked and a smaller one is overrun. Its
- * address may be any, but make it a multiple of 32: where the low 32 bits of the address are negative as a signed number and
- * it is no multiple of 32, the records start up to 31 bytes later than the size allows for. A plan of 2 to 32 then ends up to
- * 31 bytes past its 256 bytes; longer plans have slack enough.
+ * address may be any, but make it a multiple of 32: where the low 32 bits of the address are negative as a signed
+ * number and it is no multiple of 32, the records start up to 31 bytes later than the size allows for. A plan of 2 to
+ * 32 then ends up to 31 bytes past its 256 bytes; longer plans have slack enough.
  *
- * tfmStsNullPtr when ppPlan or pBuffer is null. Then tfmStsBadSize for a length without a plan: *ppPlan is untouched, but
- * the build has begun and has written into the buffer, possibly more than any accepted length of that magnitude would; ask
- * for the size first. */
+ * Statuses in order of precedence:
+ *   tfmStsNullPtr  ppPlan or pBuffer is null
+ *   tfmStsBadSize  there is no plan of this length. *ppPlan is untouched, but the build has begun and has written into
+ *                  the buffer, possibly more than any accepted length of that magnitude would: ask for the size */
 TFMGEN_API TfmStatus tfmgDCT4Init_32f(TfmgDCT4Plan** ppPlan, int32_t length, void* pBuffer);
 TFMGEN_API TfmStatus tfmgDCT4Init_64f(TfmgDCT4Plan** ppPlan, int32_t length, void* pBuffer);
 
-/* The same in a buffer of tfmMalloc, which tfmgDCT4Free frees. tfmStsNullPtr when ppPlan is null, and also when there is
- * no memory: a failed allocation has no status of its own. tfmStsBadSize for a length without a plan, before anything is
- * allocated. */
+/* The same in a buffer of tfmMalloc, which tfmgDCT4Free frees.
+ *
+ * Statuses in order of precedence:
+ *   tfmStsNullPtr  ppPlan is null
+ *   tfmStsBadSize  there is no plan of this length; nothing has been allocated
+ *   tfmStsNullPtr  there is no memory: a failed allocation has no status of its own */
 TFMGEN_API TfmStatus tfmgDCT4InitAlloc_32f(TfmgDCT4Plan** ppPlan, int32_t length);
 TFMGEN_API TfmStatus tfmgDCT4InitAlloc_64f(TfmgDCT4Plan** ppPlan, int32_t length);
 
-/* Ends a plan of tfmgDCT4InitAlloc and frees its buffer with tfmFree. tfmStsNullPtr when pPlan is null. Who owns a plan's
- * buffer cannot be told: for a plan of tfmgDCT4Init the call is right only when the buffer came from tfmMalloc. */
+/* Ends a plan of tfmgDCT4InitAlloc and frees its buffer with tfmFree. Who owns a plan's buffer cannot be told: for a
+ * plan of tfmgDCT4Init the call is right only when the buffer came from tfmMalloc. tfmStsNullPtr when pPlan is null. */
 TFMGEN_API TfmStatus tfmgDCT4Free_32f(TfmgDCT4Plan* pPlan);
 TFMGEN_API TfmStatus tfmgDCT4Free_64f(TfmgDCT4Plan* pPlan);
 
-/* Transforms the plan's length of samples. The arrays need no alignment and may be the same, with the same bits as
- * separate ones; they must not overlap otherwise.
+/* Transforms as many samples as the plan's length N.
  *
- * Plans of 2 to 32 are only read: any number of threads may share one. From 64 on a call uses scratch inside the plan: the
- * plan's buffer must be writable and serves one call at a time, each thread needs a plan of its own.
+ *   pSrc   N elements, read only
+ *   pDst   N elements
+ *   pPlan  the plan. Those of 2 to 32 are only read: any number of threads may share one. From 64 on a call uses
+ *          scratch inside the plan: the plan's buffer must be writable and serves one call at a time, each thread needs
+ *          a plan of its own
  *
- * tfmStsNullPtr when pPlan, pSrc or pDst is null; tfmStsBadArg, with nothing written, when pPlan points to something that
- * is no plan and this shows in its kind. Nothing else is checked. */
+ * Both arrays may start at any address. They may be the same, with the same bits as separate arrays; other overlaps are
+ * not allowed.
+ *
+ * Statuses in order of precedence:
+ *   tfmStsNullPtr  pPlan, pSrc or pDst is null
+ *   tfmStsBadArg   pPlan points to something that is no plan and this shows in its kind; nothing has been written
+ *
+ * Nothing else is checked. */
 TFMGEN_API TfmStatus tfmgDCT4_32f(const Tfm32f* pSrc, Tfm32f* pDst, TfmgDCT4Plan* pPlan);
 TFMGEN_API TfmStatus tfmgDCT4_64f(const Tfm64f* pSrc, Tfm64f* pDst, TfmgDCT4Plan* pPlan);
 
