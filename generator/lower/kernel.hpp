@@ -3,7 +3,6 @@
 
 #include "graph/graph.hpp"
 
-#include <string>
 #include <vector>
 
 namespace tfmgen::lower {

@@ -6,7 +6,6 @@
 #include <memory>
 #include <string>
 #include <variant>
-#include <vector>
 
 namespace tfmgen::plan {
 

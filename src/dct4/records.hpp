@@ -6,7 +6,6 @@
 #include "list.hpp"
 #include "tfmgen.h"
 
-#include <cstddef>
 #include <cstdint>
 
 // The root. One type serves both sample types, as the public header names it; `work` points to samples of the plan's.
