@@ -1,0 +1,118 @@
+// The constants of the kernels, from their computation to the text.
+#include "lower/complex32.hpp"
+#include "lower/complex64.hpp"
+#include "lower/signs.hpp"
+#include "number/modular.hpp"
+#include "number/roots.hpp"
+#include "plan/complex32.hpp"
+#include "plan/complex64.hpp"
+#include "print/numbers.hpp"
+#include "print/vectors.hpp"
+#include "transform/complex.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <regex>
+#include <string>
+#include <vector>
+
+extern "C" { // of libquadmath, whose header only g++ finds
+tfmgen::number::Quad sinq(tfmgen::number::Quad x);
+tfmgen::number::Quad cosq(tfmgen::number::Quad x);
+tfmgen::number::Quad acosq(tfmgen::number::Quad x);
+}
+
+namespace tfmgen {
+namespace {
+
+using number::Quad;
+
+constexpr Quad kUnit = Quad{0x1p-112}; // of a number in [1, 2)
+
+TEST(GeneratorConstants, RootsOfUnityHaveQuadruplePrecision) {
+  const Quad pi = acosq(-1);
+  for (long n = 1; n <= 256; ++n) {
+    for (long k = -n; k <= 2 * n; ++k) {
+      const number::Complex w = number::root(k, n);
+      const Quad angle = 2 * pi * static_cast<Quad>(number::modulo(k, n)) / static_cast<Quad>(n); // below 7
+      ASSERT_TRUE(number::magnitude(w.re - cosq(angle)) < 8 * kUnit) << k << " / " << n;
+      ASSERT_TRUE(number::magnitude(w.im - sinq(angle)) < 8 * kUnit) << k << " / " << n;
+      if (4 * k % n == 0) {
+        ASSERT_TRUE((w.re == 0) != (w.im == 0)) << "a quarter turn is exact: " << k << " / " << n;
+      }
+    }
+  }
+}
+
+TEST(GeneratorConstants, RaderMultipliersHaveOneMagnitude) {
+  for (const int p : {5, 7, 11, 13, 23, 31, 61}) {
+    for (const auto sign : {transform::RootSign::forward, transform::RootSign::inverse}) {
+      const auto factors = transform::raderMultipliers(p, number::primitiveRoot(p), sign);
+      ASSERT_EQ(factors.size(), static_cast<std::size_t>(p - 1));
+      EXPECT_EQ(static_cast<double>(factors[0].re), -1.0 / (p - 1));
+      EXPECT_EQ(static_cast<double>(factors[0].im), 0.0);
+      for (std::size_t m = 1; m < factors.size(); ++m) {
+        const double magnitude = std::hypot(static_cast<double>(factors[m].re), static_cast<double>(factors[m].im));
+        EXPECT_NEAR(magnitude, std::sqrt(static_cast<double>(p)) / (p - 1), 1e-15) << p << ", bin " << m;
+      }
+    }
+  }
+}
+
+// The magnitudes of all numbers with a fraction in a text.
+std::vector<double> numbersIn(const std::string& text) {
+  static const std::regex number(R"(\d+\.\d+(e-?\d+)?)");
+  std::vector<double> found;
+  for (std::sregex_iterator i(text.begin(), text.end(), number), end; i != end; ++i) {
+    found.push_back(std::strtod(i->str().c_str(), nullptr));
+  }
+  return found;
+}
+
+void expectAmong(const std::vector<double>& numbers, std::initializer_list<double> expected, double tolerance) {
+  for (const double e : expected) {
+    EXPECT_TRUE(std::ranges::any_of(numbers, [&](double x) { return std::abs(x - e) <= tolerance; })) << e;
+  }
+}
+
+std::vector<double> numbersOf(const lower::Kernel& kernel, const print::VectorType& type) {
+  return numbersIn(print::vectorStatements(kernel, type));
+}
+
+TEST(GeneratorConstants, RaderMultipliersStandInTheText) {
+  const auto single = [](int length, transform::RootSign sign) {
+    const auto kernel = lower::withSettledSigns(lower::complex32(*plan::complex32(length), sign));
+    return numbersOf(kernel, {print::Precision::single, 4});
+  };
+  constexpr double eighthDecimal = 0.5e-8;
+  constexpr double halfUnit = 0x1p-26; // of float below 1/2
+  for (const auto sign : {transform::RootSign::forward, transform::RootSign::inverse}) {
+    expectAmong(single(7, sign), {0.16666667, 0.44095856, 0.40668890, 0.17043647, 0.39507824, 0.19585104},
+                eighthDecimal + halfUnit);
+    expectAmong(single(13, sign),
+                {0.08333333, 0.30046260, 0.25624767, 0.15689139, 0.25826040, 0.15355569, 0.28757036, 0.08706930,
+                 0.07590298, 0.29071724, 0.30023864, 0.01159911},
+                eighthDecimal + halfUnit);
+    // Two bins share a product in 64-bit kernels, which doubles its factors.
+    expectAmong(numbersOf(lower::complex64(*plan::complex64(13), sign), {print::Precision::twofold, 2}),
+                {0.08333333, 0.30046261, 2 * 0.25624767, 2 * 0.15689139}, 2 * eighthDecimal);
+  }
+}
+
+TEST(GeneratorConstants, LiteralsReadBackAsTheNumberRoundedOnce) {
+  for (long k = 0; k < 131; ++k) {
+    const Quad x = number::cosine(k, 131) / static_cast<Quad>(k + 1);
+    EXPECT_EQ(std::strtof(print::literal(x, print::Precision::single).c_str(), nullptr), static_cast<float>(x));
+    EXPECT_EQ(std::strtod(print::literal(x, print::Precision::twofold).c_str(), nullptr), static_cast<double>(x));
+  }
+  // Just above the middle between two floats, and on it when rounded to double first.
+  const Quad middle = Quad{1} + Quad{0x1p-24};
+  EXPECT_EQ(std::strtof(print::literal(middle + Quad{0x1p-60}, print::Precision::single).c_str(), nullptr),
+            1 + 0x1p-23F);
+}
+
+} // namespace
+} // namespace tfmgen

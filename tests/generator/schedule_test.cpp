@@ -1,0 +1,86 @@
+// Orders of work for a machine with few registers.
+#include "schedule/schedule.hpp"
+
+#include "random.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace tfmgen::schedule {
+namespace {
+
+const std::vector<int>& operandsOf(const std::vector<Task>& tasks, int task) {
+  return tasks[static_cast<std::size_t>(task)].operands;
+}
+
+// The largest number of values that are wanted at once.
+std::size_t registersNeeded(const std::vector<Task>& tasks, const std::vector<int>& order) {
+  std::vector<int> remainingUses(tasks.size());
+  for (const Task& task : tasks) {
+    for (const int operand : task.operands) {
+      ++remainingUses[static_cast<std::size_t>(operand)];
+    }
+  }
+  std::size_t live = 0;
+  std::size_t most = 0;
+  for (const int task : order) {
+    for (const int operand : operandsOf(tasks, task)) {
+      live -= --remainingUses[static_cast<std::size_t>(operand)] == 0 ? 1 : 0;
+    }
+    live += tasks[static_cast<std::size_t>(task)].hasResult ? 1 : 0;
+    most = std::max(most, live);
+  }
+  return most;
+}
+
+// A sum of eight values as a tree, built level by level, needs a register for each of its levels and one more.
+TEST(GeneratorSchedule, BestOrderFindsTheFewestRegistersOfATree) {
+  std::vector<Task> tasks(8);
+  for (int left = 0; tasks.size() < 15; left += 2) {
+    tasks.push_back({{left, left + 1}});
+  }
+  tasks.push_back({{14}, false, true});
+  EXPECT_EQ(registersNeeded(tasks, bestOrder(tasks, 4)), 4U);
+}
+
+// Sixteen butterflies of values that are far apart: depth first, an output would leave half of its butterfly waiting.
+TEST(GeneratorSchedule, BestOrderEndsWhatItHasBegun) {
+  std::vector<Task> tasks(32);
+  for (int i = 0; i < 32; ++i) {
+    tasks.push_back({{i % 16, i % 16 + 16}});
+  }
+  for (int i = 0; i < 32; ++i) {
+    tasks.push_back({{32 + i}, false, true});
+  }
+  EXPECT_LE(registersNeeded(tasks, bestOrder(tasks, 4)), 4U);
+}
+
+TEST(GeneratorSchedule, EveryTaskRunsOnceBehindItsOperands) {
+  test::Random random(3);
+  for (int round = 0; round < 50; ++round) {
+    std::vector<Task> tasks(10);
+    for (int i = 10; i < 60; ++i) {
+      const auto any = [&] { return static_cast<int>(random.bits() % static_cast<std::uint64_t>(i)); };
+      const int left = any();
+      const int right = any();
+      tasks.push_back({left == right ? std::vector{left} : std::vector{left, right}, true, random.bits() % 4 == 0});
+    }
+    for (int i = 0; i < 60; ++i) { // so that nothing is without effect
+      tasks.push_back({{i}, false, true});
+    }
+    const std::vector<int> order = bestOrder(tasks, 16);
+    ASSERT_EQ(order.size(), tasks.size());
+    std::vector<bool> isDone(tasks.size());
+    const auto stands = [&](int task) { return isDone[static_cast<std::size_t>(task)]; };
+    for (const int task : order) {
+      ASSERT_FALSE(stands(task)) << task;
+      ASSERT_TRUE(std::ranges::all_of(operandsOf(tasks, task), stands)) << task;
+      isDone[static_cast<std::size_t>(task)] = true;
+    }
+  }
+}
+
+} // namespace
+} // namespace tfmgen::schedule
