@@ -4,6 +4,7 @@
 #include "random.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cinttypes>
 #include <cstddef>
 #include <cstdint>
@@ -35,11 +36,11 @@ inline void print(const std::string& name, const Hash& hash) {
 class AlignedBytes {
 public:
   explicit AlignedBytes(std::size_t count) : blocks_(count / sizeof(Block) + 1) {}
-  std::byte* data() { return blocks_.front().bytes; }
+  std::byte* data() { return blocks_.front().bytes.data(); }
 
 private:
   struct alignas(64) Block {
-    std::byte bytes[64];
+    std::array<std::byte, 64> bytes;
   };
   std::vector<Block> blocks_;
 };

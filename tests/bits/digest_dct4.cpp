@@ -7,7 +7,7 @@ namespace {
 // A plan is full of addresses, so that what it computes stands for the functions that make it.
 template <class Real>
 void addPlan(Hash& hash, std::int32_t length, TfmgDCT4Plan* plan) {
-  const auto reals = static_cast<std::size_t>(length + length % 2); // an odd length touches one real more
+  const auto reals = (static_cast<std::size_t>(length) + 1) / 2 * 2; // an odd length touches one real more
   addResults<Real>(hash, reals, reals, [&](const Real* src, Real* dst) { Dct4<Real>::run(src, dst, plan); });
 }
 

@@ -47,6 +47,7 @@ Matrix matrixOf(const Graph& g, const std::vector<Ref>& outputs, std::size_t inp
 
 std::vector<Ref> loads(Graph& g, int count) {
   std::vector<Ref> refs;
+  refs.reserve(static_cast<std::size_t>(count));
   for (int tag = 0; tag < count; ++tag) {
     refs.push_back(g.load(tag));
   }
