@@ -54,11 +54,6 @@ inline Bin addTimesI(Graph& g, const Bin& a, const Bin& b) {
   return {g.subtract(a.re, place(g, b.im)), g.add(place(g, a.im), b.re)};
 }
 
-// a - i * b, written so that the imaginary part begins with that of a.
-inline Bin subtractTimesI(Graph& g, const Bin& a, const Bin& b) {
-  return {g.add(a.re, place(g, b.im)), g.subtract(place(g, a.im), b.re)};
-}
-
 enum class SineProduct : bool { placed, merged };
 
 // Both parts of a rotation by an odd eighth are sums of the same two products. Products and sums may change places; a
