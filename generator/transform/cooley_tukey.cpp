@@ -23,7 +23,10 @@ Bins analyseForm(Analysis& a, const plan::CooleyTukey& form, const Samples& x, l
   const int first = plan::length(*form.first);
   const int second = plan::length(*form.second);
   const int n = first * second;
-  const auto sample = [&](int r, int m) { return x[static_cast<std::size_t>(second * m + r)]; };
+  const auto sample = [&](int r, int m) {
+    const int element = second * m + r;
+    return x[static_cast<std::size_t>(element)];
+  };
   const std::vector<Bins> inner = analyseEach(a, *form.first, second, sample, u);
   HalfSpectrum out(n);
   for (int k1 = 0; k1 <= first / 2; ++k1) {
