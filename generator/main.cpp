@@ -62,7 +62,7 @@ std::vector<print::ComplexKernel> complexKernels(MakeComplex& make) {
   return kernels;
 }
 
-void writeComplex(const std::string& name, MakeComplex& make, const std::string& directory, int count) {
+void writeComplex(const std::string& name, MakeComplex& make, const std::string& directory, std::size_t count) {
   std::vector<print::Piece> pieces;
   for (const print::ComplexKernel& k : complexKernels(make)) {
     pieces.push_back(print::complexPiece(k));
@@ -70,11 +70,11 @@ void writeComplex(const std::string& name, MakeComplex& make, const std::string&
   print::writeFiles(directory, name, count, print::complexPreamble(), pieces);
 }
 
-void writeComplex32(const std::string& directory, int count) {
+void writeComplex32(const std::string& directory, std::size_t count) {
   writeComplex("complex32", complex32Kernel, directory, count);
 }
 
-void writeComplex64(const std::string& directory, int count) {
+void writeComplex64(const std::string& directory, std::size_t count) {
   writeComplex("complex64", complex64Kernel, directory, count);
 }
 
@@ -99,7 +99,7 @@ std::vector<RealKernel> realKernels() {
   return kernels;
 }
 
-void writeReal(const std::string& directory, int count) {
+void writeReal(const std::string& directory, std::size_t count) {
   std::vector<print::Piece> pieces;
   for (const RealKernel& k : realKernels()) {
     pieces.push_back(print::realPiece(k.kernel, k.transform, k.length, k.plan));
@@ -128,10 +128,10 @@ int run(const std::vector<std::string>& arguments) {
     printCounts();
     return 0;
   }
-  const std::map<std::string, void (*)(const std::string&, int)> families{
+  const std::map<std::string, void (*)(const std::string&, std::size_t)> families{
       {"complex32", writeComplex32}, {"complex64", writeComplex64}, {"real", writeReal}};
   if (arguments.size() == 3 && families.contains(arguments[0])) {
-    families.at(arguments[0])(arguments[1], std::stoi(arguments[2]));
+    families.at(arguments[0])(arguments[1], std::stoul(arguments[2]));
     return 0;
   }
   std::cerr << "usage: tfmgen-generator FAMILY DIRECTORY COUNT | --counts\n";

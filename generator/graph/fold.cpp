@@ -5,21 +5,21 @@ namespace tfmgen::graph {
 namespace {
 
 // For each node, how many operands of needed nodes and outputs refer to it.
-std::vector<int> uses(const Graph& g, std::span<const Ref> outputs) {
-  const std::vector<bool> needed = g.reachable(outputs);
-  std::vector<int> count(needed.size());
+NodeMap<int> uses(const Graph& g, std::span<const Ref> outputs) {
+  const NodeMap<bool> needed = g.reachable(outputs);
+  NodeMap<int> count(g.end());
   const auto use = [&count](Ref r) {
     if (!r.isZero()) {
-      ++count[static_cast<std::size_t>(r.node())];
+      ++count[r.node()];
     }
   };
   for (const Ref output : outputs) {
     use(output);
   }
-  for (std::size_t i = 0; i < needed.size(); ++i) {
+  for (NodeId i; i != g.end(); ++i) {
     if (needed[i]) {
-      use(g.nodes()[i].left);
-      use(g.nodes()[i].right);
+      use(g.node(i).left);
+      use(g.node(i).right);
     }
   }
   return count;
@@ -32,28 +32,28 @@ bool isDoubling(const Graph& g, const Node& n) {
 } // namespace
 
 Folded foldDoublings(const Graph& g, std::span<const Ref> outputs) {
-  const std::vector<int> used = uses(g, outputs);
+  const NodeMap<int> used = uses(g, outputs);
   Folded out;
-  std::vector<Ref> images(g.nodes().size());
+  NodeMap<Ref> images(g.end());
   const auto image = [&images](Ref r) {
     if (r.isZero()) {
       return r;
     }
-    const Ref found = images[static_cast<std::size_t>(r.node())];
+    const Ref found = images[r.node()];
     return r.isNegative() ? -found : found;
   };
-  for (std::size_t i = 0; i < images.size(); ++i) {
+  for (NodeId i; i != g.end(); ++i) {
     if (used[i] == 0) {
       continue;
     }
-    const Node& n = g.nodes()[i];
+    const Node& n = g.node(i);
     switch (n.op) {
     case Op::load: images[i] = out.graph.load(n.tag); break;
     case Op::add: images[i] = out.graph.add(image(n.left), image(n.right), n.rounding); break;
     case Op::subtract: images[i] = out.graph.subtract(image(n.left), image(n.right), n.rounding); break;
     case Op::multiply: {
       const Node& inner = g.node(n.left);
-      const bool folds = isDoubling(g, inner) && used[static_cast<std::size_t>(n.left.node())] == 1;
+      const bool folds = isDoubling(g, inner) && used[n.left.node()] == 1;
       images[i] = folds ? out.graph.multiply(2 * g.constant(n)[0], image(inner.left), n.rounding)
                         : out.graph.multiply(g.constant(n)[0], image(n.left), n.rounding);
       break;

@@ -31,9 +31,9 @@ Lanes negated(Lanes factors) {
 } // namespace
 
 Ref Graph::intern(Op op, Rounding rounding, Ref left, Ref right, int tag) {
-  const auto [entry, isNew] = known_.try_emplace({op, rounding, left, right, tag}, static_cast<int>(nodes_.size()));
+  const auto [entry, isNew] = known_.try_emplace({op, rounding, left, right, tag}, nodes_.end());
   if (isNew) {
-    nodes_.push_back({op, rounding, left, right, tag});
+    nodes_.append({op, rounding, left, right, tag});
   }
   return Ref::to(entry->second);
 }
@@ -152,16 +152,16 @@ Ref Graph::sumOfProducts(std::span<const Term> terms) {
   return total;
 }
 
-std::vector<bool> Graph::reachable(std::span<const Ref> outputs) const {
-  std::vector<bool> needed(nodes_.size(), false);
+NodeMap<bool> Graph::reachable(std::span<const Ref> outputs) const {
+  NodeMap<bool> needed(end());
   const auto mark = [&needed](Ref r) {
     if (!r.isZero()) {
-      needed[static_cast<std::size_t>(r.node())] = true;
+      needed[r.node()] = true;
     }
   };
   std::ranges::for_each(outputs, mark);
-  for (std::size_t i = nodes_.size(); i-- > 0;) { // operands precede their users
-    if (needed[i]) {
+  for (NodeId i = end(); i != NodeId{};) { // operands precede their users
+    if (needed[--i]) {
       mark(nodes_[i].left);
       mark(nodes_[i].right);
     }
@@ -171,12 +171,12 @@ std::vector<bool> Graph::reachable(std::span<const Ref> outputs) const {
 
 Counts count(const Graph& g, std::span<const Ref> outputs) {
   Counts counts;
-  const std::vector<bool> needed = g.reachable(outputs);
-  for (std::size_t i = 0; i < needed.size(); ++i) {
+  const NodeMap<bool> needed = g.reachable(outputs);
+  for (NodeId i; i != g.end(); ++i) {
     if (!needed[i]) {
       continue;
     }
-    switch (g.nodes()[i].op) {
+    switch (g.node(i).op) {
     case Op::multiply:
     case Op::scale: ++counts.multiplications; break;
     case Op::add:

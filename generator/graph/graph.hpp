@@ -4,6 +4,8 @@
 // the same operation. The graph does not know which; only lane moves tell them apart.
 #pragma once
 
+#include "node_map.hpp"
+#include "number/index.hpp"
 #include "number/quad.hpp"
 
 #include <array>
@@ -21,11 +23,11 @@ using number::Quad;
 class Ref {
 public:
   constexpr Ref() = default;
-  static constexpr Ref to(int node) { return Ref(node + 1); }
+  static constexpr Ref to(NodeId node) { return Ref(node.position() + 1); }
 
   [[nodiscard]] constexpr bool isZero() const { return code_ == 0; }
   [[nodiscard]] constexpr bool isNegative() const { return code_ < 0; }
-  [[nodiscard]] constexpr int node() const { return (code_ < 0 ? -code_ : code_) - 1; }
+  [[nodiscard]] constexpr NodeId node() const { return NodeId((code_ < 0 ? -code_ : code_) - 1); }
   constexpr Ref operator-() const { return Ref(-code_); }
   constexpr bool operator==(const Ref&) const = default;
   constexpr bool operator<(const Ref& other) const { return code_ < other.code_; }
@@ -89,11 +91,12 @@ public:
   Ref sumOfProducts(std::span<const Term> terms);
 
   // ---- Reading
-  [[nodiscard]] const std::vector<Node>& nodes() const { return nodes_; }
-  [[nodiscard]] const Node& node(Ref r) const { return nodes_[static_cast<std::size_t>(r.node())]; }
-  [[nodiscard]] const Lanes& constant(const Node& n) const { return constants_[static_cast<std::size_t>(n.tag)]; }
+  [[nodiscard]] const Node& node(NodeId i) const { return nodes_[i]; }
+  [[nodiscard]] const Node& node(Ref r) const { return nodes_[r.node()]; }
+  [[nodiscard]] NodeId end() const { return nodes_.end(); } // behind the last node
+  [[nodiscard]] const Lanes& constant(const Node& n) const { return number::at(constants_, n.tag); }
   // For each node, whether a value in `outputs` depends on it.
-  [[nodiscard]] std::vector<bool> reachable(std::span<const Ref> outputs) const;
+  [[nodiscard]] NodeMap<bool> reachable(std::span<const Ref> outputs) const;
 
 private:
   using Key = std::tuple<Op, Rounding, Ref, Ref, int>;
@@ -101,8 +104,8 @@ private:
   Ref intern(Op op, Rounding rounding, Ref left, Ref right, int tag);
   int internConstant(const Lanes& factors);
 
-  std::vector<Node> nodes_;
-  std::map<Key, int> known_;
+  NodeMap<Node> nodes_;
+  std::map<Key, NodeId> known_;
   std::vector<Lanes> constants_;
   std::map<std::array<double, 4>, int> knownConstants_; // equal after rounding is equal
 };

@@ -5,11 +5,10 @@
 
 namespace tfmgen::graph {
 
-// Let y = M x be what `forward` computes from its loads 0 .. inputs-1 (tag is position) for the outputs y. Appends to
+// Let y = M x be what `forward` computes from its loads x (tag is position) for the outputs y. Appends to
 // `g` the transposed program and returns transpose(M) * adjoints, one value for each load. Every product stays a
 // product by the same constant; every value used k times becomes a sum of k terms. See Bellanger, Digital Processing of
 // Signals, on transposition of flow graphs.
-std::vector<Ref> transpose(Graph& g, const Graph& forward, int inputs, std::span<const Ref> outputs,
-                           std::span<const Ref> adjoints);
+std::vector<Ref> transpose(Graph& g, const Graph& forward, std::span<const Ref> outputs, std::span<const Ref> adjoints);
 
 } // namespace tfmgen::graph

@@ -58,7 +58,7 @@ Kernel complex32(const plan::Plan& plan, transform::RootSign sign) {
   } else {
     out.bins = transformLanes(g, plan, source, sign);
   }
-  kernel.lastStep = static_cast<int>(g.nodes().size());
+  kernel.lastStep = g.end();
   if (!out.first.isZero()) {
     stores.put(out.first, {0});
   }

@@ -18,12 +18,12 @@ Kernel complex64(const plan::Plan& plan, transform::RootSign sign) {
   transform::Analysis analysis{g, transform::DirectStyle::complexSamples};
   const transform::Bins bins = transform::analyse(analysis, plan, samples);
 
-  kernel.lastStep = static_cast<int>(g.nodes().size());
+  kernel.lastStep = g.end();
   const auto store = [&](Ref value, int element) {
     kernel.stores.push_back({g.scale(value), {Access::Width::whole, element}});
   };
   for (int k = 0; k <= n / 2; ++k) {
-    const transform::Bin& bin = bins[static_cast<std::size_t>(k)];
+    const transform::Bin& bin = number::at(bins, k);
     if (2 * k % n == 0) {
       store(bin.re, k);
       continue;

@@ -13,6 +13,7 @@ namespace tfmgen::lower {
 using graph::Graph;
 using graph::Lanes;
 using graph::Ref;
+using number::at;
 using transform::Complex;
 
 constexpr std::size_t kLanes = 4;

@@ -25,15 +25,15 @@ bool endsInProduct(const Graph& g, const Node& n) {
 
 RealKernel assignments(transform::RealKernel kernel, Transform transform) {
   const Graph& g = kernel.graph;
-  std::vector<bool> isPart;
-  for (const Node& n : g.nodes()) {
-    isPart.push_back(n.rounding == Rounding::carried);
+  graph::NodeMap<bool> isPart(g.end());
+  for (graph::NodeId i; i != g.end(); ++i) {
+    isPart[i] = g.node(i).rounding == Rounding::carried;
   }
   for (const Ref result : kernel.results) {
-    isPart[static_cast<std::size_t>(result.node())] = true;
+    isPart[result.node()] = true;
     const Ref value = g.node(result).left;
     if (transform == Transform::forward && endsInProduct(g, g.node(value))) {
-      isPart[static_cast<std::size_t>(value.node())] = true;
+      isPart[value.node()] = true;
     }
   }
   return {std::move(kernel), std::move(isPart)};

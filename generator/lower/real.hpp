@@ -13,7 +13,7 @@ enum class Transform { forward, inverse, hartley };
 
 struct RealKernel {
   transform::RealKernel body;
-  std::vector<bool> isPart; // by node: stands within the expression of its one user, where it is not rounded
+  graph::NodeMap<bool> isPart; // whether a node stands within the expression of its one user, where it is not rounded
 };
 
 // In a forward kernel the scale joins the assignment of a result that ends in a constant product, so that both are

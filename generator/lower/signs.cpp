@@ -6,24 +6,26 @@ namespace {
 
 using graph::Graph;
 using graph::Node;
+using graph::NodeId;
+using graph::NodeMap;
 using graph::Op;
 using graph::Ref;
 
 class Settling {
 public:
-  explicit Settling(const Kernel& from) : from_(from), wishes_(from.graph.nodes().size()), built_(wishes_.size()) {
+  explicit Settling(const Kernel& from) : from_(from), wishes_(from.graph.end()), built_(from.graph.end()) {
     to_.loads = from.loads;
   }
 
   Kernel run() {
-    const std::vector<bool> needed = from_.graph.reachable(from_.outputs());
+    const NodeMap<bool> needed = from_.graph.reachable(from_.outputs());
     collectWishes(needed);
-    for (std::size_t i = 0; i < needed.size(); ++i) {
-      if (static_cast<int>(i) == from_.lastStep) {
-        to_.lastStep = static_cast<int>(to_.graph.nodes().size());
+    for (NodeId i; i != from_.graph.end(); ++i) {
+      if (i == from_.lastStep) {
+        to_.lastStep = to_.graph.end();
       }
       if (needed[i]) {
-        built_[i] = build(from_.graph.nodes()[i], wishes_[i]);
+        built_[i] = build(from_.graph.node(i), wishes_[i]);
       }
     }
     for (const Store& store : from_.stores) {
@@ -34,17 +36,17 @@ public:
 
 private:
   // How many users that cannot take a minus want a value with its own sign, less those that want it negated.
-  void collectWishes(const std::vector<bool>& needed) {
+  void collectWishes(const NodeMap<bool>& needed) {
     const auto wish = [this](Ref value, int sign) {
       if (!value.isZero()) {
-        wishes_[static_cast<std::size_t>(value.node())] += value.isNegative() ? -sign : sign;
+        wishes_[value.node()] += value.isNegative() ? -sign : sign;
       }
     };
     for (const Store& store : from_.stores) {
       wish(store.value, 1);
     }
-    for (std::size_t i = needed.size(); i-- > 0;) {
-      const Node& node = from_.graph.nodes()[i];
+    for (NodeId i = from_.graph.end(); i != NodeId{};) {
+      const Node& node = from_.graph.node(--i);
       const int sign = wishes_[i] < 0 ? -1 : 1;
       const bool isMoved = node.op == Op::shuffle || node.op == Op::scale || node.op == Op::rotate;
       if (needed[i] && (isMoved || (node.op == Op::add && sign < 0))) {
@@ -58,7 +60,7 @@ private:
     if (value.isZero()) {
       return value;
     }
-    const Ref built = built_[static_cast<std::size_t>(value.node())];
+    const Ref built = built_[value.node()];
     return value.isNegative() ? -built : built;
   }
 
@@ -104,8 +106,8 @@ private:
 
   const Kernel& from_;
   Kernel to_;
-  std::vector<int> wishes_;
-  std::vector<Ref> built_;
+  NodeMap<int> wishes_;
+  NodeMap<Ref> built_;
 };
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "split_memory.hpp"
 
 #include <algorithm>
+#include <map>
 
 namespace tfmgen::lower {
 
@@ -81,20 +82,19 @@ void SplitStores::finish(int length, int parted) {
 
 void SplitStores::finishPairs(int length, int parted) {
   graph::Graph& g = kernel_.graph;
-  std::vector<Place> places(static_cast<std::size_t>(length));
+  std::map<int, Place> places;
   for (const auto& [value, elements] : registers_) {
     for (std::size_t half = 0; half < elements.size(); ++half) {
-      places[static_cast<std::size_t>(elements[half])] = {value, static_cast<int>(half)};
+      places[elements[half]] = {value, static_cast<int>(half)};
     }
   }
   for (int k = 0; k < length; k += 2) {
-    const auto at = static_cast<std::size_t>(k);
-    const auto& [a, i] = places[at];
+    const auto& [a, i] = places.at(k);
     if (k + 1 == length) {
       kernel_.stores.push_back({g.scale(a), {Access::Width::low, k}});
       continue;
     }
-    const auto& [b, j] = places[at + 1];
+    const auto& [b, j] = places.at(k + 1);
     const bool isPair = a == b && i == 0 && j == 1;
     const Ref value = isPair ? a : g.shuffle(a, b, selector(2 * i, 2 * i + 1, 2 * j, 2 * j + 1));
     const auto width = k == parted ? Access::Width::halves : Access::Width::whole;

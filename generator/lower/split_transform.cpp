@@ -64,8 +64,8 @@ std::vector<Packed> twoStages(Graph& g, const Form& form, const Source& source, 
         std::vector<Lane> re;
         std::vector<Lane> im;
         for (const int k1 : binGroups[i]) {
-          re.push_back({bins[static_cast<std::size_t>(k1)].re, static_cast<int>(lane)});
-          im.push_back({bins[static_cast<std::size_t>(k1)].im, static_cast<int>(lane)});
+          re.push_back({at(bins, k1).re, static_cast<int>(lane)});
+          im.push_back({at(bins, k1).im, static_cast<int>(lane)});
         }
         const Ref real = gather(g, re);
         columns[i].push_back({real, gather(g, im)});
@@ -75,13 +75,13 @@ std::vector<Packed> twoStages(Graph& g, const Form& form, const Source& source, 
   std::vector<Packed> out;
   for (std::size_t i = 0; i < binGroups.size(); ++i) {
     for (int r = 0; r < second; ++r) {
-      Complex& z = columns[i][static_cast<std::size_t>(r)];
+      Complex& z = at(columns[i], r);
       z = rotated(g, form, z, binGroups[i], r, sign);
     }
     const Values bins = transformComplex(g, *form.second, columns[i], sign);
     for (int k2 = 0; k2 < second; ++k2) {
-      out.push_back({bins[static_cast<std::size_t>(k2)],
-                     mapped(binGroups[i], [&](int k1) { return binIndex(form, first, second, k1, k2); })});
+      out.push_back(
+          {at(bins, k2), mapped(binGroups[i], [&](int k1) { return binIndex(form, first, second, k1, k2); })});
     }
   }
   return out;
@@ -91,16 +91,17 @@ std::vector<Packed> twoStages(Graph& g, const Form& form, const Source& source, 
 std::vector<Packed> nestedStages(Graph& g, const plan::GoodThomas& form, const Source& source, RootSign sign) {
   const int first = plan::length(*form.first);
   const int second = plan::length(*form.second);
-  std::vector<Elements> inner(static_cast<std::size_t>(first));
+  std::vector<Elements> inner;
   for (const std::vector<int>& group : laneGroups(second)) {
     const Values bins = innerStage(g, form, group, source, sign);
+    inner.resize(bins.size());
     for (std::size_t k1 = 0; k1 < bins.size(); ++k1) {
       inner[k1].put({bins[k1], group});
     }
   }
   std::vector<Packed> out;
   for (int k1 = 0; k1 < first; ++k1) {
-    const Elements& column = inner[static_cast<std::size_t>(k1)];
+    const Elements& column = at(inner, k1);
     const Source samples = [&](std::span<const int> r) { return column.gather(g, r); };
     for (const Packed& bins : transformLanes(g, *form.second, samples, sign)) {
       out.push_back({bins.value, mapped(bins.elements, [&](int k2) { return binIndex(form, first, second, k1, k2); })});
@@ -117,7 +118,7 @@ std::vector<Packed> transformConvolution(Graph& g, const plan::Plan& plan, const
 std::vector<number::Complex> selected(const std::vector<number::Complex>& factors, std::span<const int> indices) {
   std::vector<number::Complex> out;
   for (const int i : indices) {
-    out.push_back(factors[static_cast<std::size_t>(i)]);
+    out.push_back(at(factors, i));
   }
   return out;
 }
@@ -134,17 +135,11 @@ std::vector<number::Complex> chirp(int n, RootSign sign) {
 // The spectrum of the conjugate chirp, wrapped around the convolution length m, with the 1/m of the way back.
 std::vector<number::Complex> chirpSpectrum(const std::vector<number::Complex>& c, int m, RootSign sign) {
   const int n = static_cast<int>(c.size());
-  std::vector<number::Complex> roots;
-  roots.reserve(static_cast<std::size_t>(m));
-  for (int k = 0; k < m; ++k) {
-    roots.push_back(number::root(static_cast<long>(factor(sign)) * k, m));
-  }
   std::vector<number::Complex> spectrum;
   for (int k = 0; k < m; ++k) {
     number::Complex sum{0, 0};
     for (int j = 1 - n; j < n; ++j) {
-      const number::Complex& root = roots[static_cast<std::size_t>(number::modulo(static_cast<long>(j) * k, m))];
-      sum = sum + number::conjugate(c[static_cast<std::size_t>(std::abs(j))]) * root;
+      sum = sum + number::conjugate(at(c, std::abs(j))) * number::root(static_cast<long>(factor(sign)) * j * k, m);
     }
     spectrum.push_back(graph::Quad{1} / m * sum);
   }

@@ -1,5 +1,7 @@
 #include "real.hpp"
 
+#include "number/index.hpp"
+
 #include <vector>
 
 namespace tfmgen::plan {
@@ -177,7 +179,7 @@ const std::vector<RealPlans> kRealPlans{
 } // namespace
 
 const RealPlans& realPlans(int length) {
-  return kRealPlans.at(static_cast<std::size_t>(length - 2));
+  return number::at(kRealPlans, length - 2);
 }
 
 } // namespace tfmgen::plan

@@ -15,9 +15,9 @@ struct File {
 
 } // namespace
 
-void writeFiles(const std::filesystem::path& directory, const std::string& name, int count, const std::string& preamble,
-                std::vector<Piece> pieces) {
-  std::vector<File> files(static_cast<std::size_t>(count), File{preamble});
+void writeFiles(const std::filesystem::path& directory, const std::string& name, std::size_t count,
+                const std::string& preamble, std::vector<Piece> pieces) {
+  std::vector<File> files(count, File{preamble});
   std::ranges::stable_sort(pieces, std::ranges::greater{}, &Piece::weight);
   for (const Piece& piece : pieces) {
     File& lightest = *std::ranges::min_element(files, {}, &File::weight);

@@ -15,7 +15,7 @@ struct Piece {
 
 // Writes `count` files NAME_0.cpp, NAME_1.cpp and so on, each `preamble` and pieces of about the same total weight, in
 // a way that depends on nothing but the arguments. Throws std::runtime_error when a file cannot be written.
-void writeFiles(const std::filesystem::path& directory, const std::string& name, int count, const std::string& preamble,
-                std::vector<Piece> pieces);
+void writeFiles(const std::filesystem::path& directory, const std::string& name, std::size_t count,
+                const std::string& preamble, std::vector<Piece> pieces);
 
 } // namespace tfmgen::print

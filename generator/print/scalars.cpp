@@ -1,7 +1,7 @@
 #include "scalars.hpp"
 
 #include "numbers.hpp"
-#include "schedule/schedule.hpp"
+#include "work.hpp"
 
 #include <algorithm>
 #include <cstdlib>
@@ -14,8 +14,11 @@ namespace {
 
 using graph::Graph;
 using graph::Node;
+using graph::NodeId;
+using graph::NodeMap;
 using graph::Op;
 using graph::Ref;
+using number::at;
 
 // Half spectra are numbered R(0), R(1), I(1), R(2) and so on.
 std::string spectrumElement(int number) {
@@ -29,8 +32,8 @@ public:
   Writer(const lower::RealKernel& kernel, bool readsSpectrum, bool writesSpectrum)
       : kernel_(kernel), graph_(kernel.body.graph), readsSpectrum_(readsSpectrum), writesSpectrum_(writesSpectrum) {}
 
-  void define(int index) {
-    const Node& n = graph_.nodes()[static_cast<std::size_t>(index)];
+  void define(NodeId index) {
+    const Node& n = graph_.node(index);
     const bool isLoad = n.op == Op::load;
     names_[index] = isLoad ? "x" + std::to_string(n.tag) : "t" + std::to_string(++values_);
     if (isLoad) {
@@ -41,7 +44,7 @@ public:
   }
 
   void store(int result) {
-    const Ref value = kernel_.body.results[static_cast<std::size_t>(result)];
+    const Ref value = at(kernel_.body.results, result);
     const std::string scaled = expression(graph_.node(value));
     line("storeElement(y + " + element(writesSpectrum_, result) + ", T(" +
          (value.isNegative() ? "T(0) - " + scaled : scaled) + "))");
@@ -92,21 +95,16 @@ private:
   const Graph& graph_;
   bool readsSpectrum_;
   bool writesSpectrum_;
-  std::map<int, std::string> names_;
+  std::map<NodeId, std::string> names_;
   std::string text_;
   int values_ = 0;
 };
 
-// The work of a kernel as the scheduler sees it: its named values, then its stores.
-struct Work {
-  std::vector<schedule::Task> tasks;
-  std::vector<int> nodes; // of the tasks that are no stores
-};
-
+// The assignments that the results need, and the results.
 Work work(const lower::RealKernel& kernel) {
   const Graph& g = kernel.body.graph;
-  const std::vector<bool> needed = g.reachable(kernel.body.results);
-  std::map<int, int> taskOf;
+  const NodeMap<bool> needed = g.reachable(kernel.body.results);
+  std::map<NodeId, int> taskOf;
   const auto collect = [&](auto& self, Ref r, std::set<int>& operands) -> void {
     if (r.isZero()) {
       return;
@@ -125,11 +123,11 @@ Work work(const lower::RealKernel& kernel) {
     collect(collect, right, operands);
     out.tasks.push_back({{operands.begin(), operands.end()}, hasResult, !hasResult});
   };
-  for (std::size_t i = 0; i < needed.size(); ++i) {
+  for (NodeId i; i != g.end(); ++i) {
     if (needed[i] && !kernel.isPart[i]) {
-      add(g.nodes()[i].left, g.nodes()[i].right, true);
-      taskOf[static_cast<int>(i)] = static_cast<int>(out.nodes.size());
-      out.nodes.push_back(static_cast<int>(i));
+      add(g.node(i).left, g.node(i).right, true);
+      taskOf[i] = static_cast<int>(out.values.size());
+      out.values.push_back(i);
     }
   }
   for (const Ref result : kernel.body.results) {
@@ -140,10 +138,9 @@ Work work(const lower::RealKernel& kernel) {
 
 // Stores wait for the last load: an element may overwrite one of the source.
 std::vector<int> loadsFirst(std::vector<int> order, const std::vector<schedule::Task>& tasks) {
-  const auto isLoad = [&](int task) { return tasks[static_cast<std::size_t>(task)].operands.empty(); };
+  const auto isLoad = [&](int task) { return at(tasks, task).operands.empty(); };
   const auto lastLoad = std::find_if(order.rbegin(), order.rend(), isLoad).base();
-  std::stable_partition(order.begin(), lastLoad,
-                        [&](int task) { return tasks[static_cast<std::size_t>(task)].hasResult; });
+  std::stable_partition(order.begin(), lastLoad, [&](int task) { return at(tasks, task).hasResult; });
   return order;
 }
 
@@ -153,14 +150,9 @@ std::string scalarStatements(const lower::RealKernel& kernel, bool readsSpectrum
   constexpr int kRegisters = 14; // of 16: one for the scale, one for what is being computed
   const Work w = work(kernel);
   Writer writer(kernel, readsSpectrum, writesSpectrum);
-  for (const int task : loadsFirst(schedule::bestOrder(w.tasks, kRegisters), w.tasks)) {
-    const auto index = static_cast<std::size_t>(task);
-    if (index < w.nodes.size()) {
-      writer.define(w.nodes[index]);
-    } else {
-      writer.store(static_cast<int>(index - w.nodes.size()));
-    }
-  }
+  w.inOrder(
+      loadsFirst(schedule::bestOrder(w.tasks, kRegisters), w.tasks), [&](NodeId node) { writer.define(node); },
+      [&](int result) { writer.store(result); });
   return writer.text();
 }
 

@@ -1,7 +1,7 @@
 #include "vectors.hpp"
 
 #include "lower/lane_moves.hpp"
-#include "schedule/schedule.hpp"
+#include "work.hpp"
 
 #include <cstdlib>
 #include <map>
@@ -11,27 +11,35 @@ namespace tfmgen::print {
 namespace {
 
 using graph::Node;
+using graph::NodeId;
+using graph::NodeMap;
 using graph::Op;
 using graph::Ref;
 using lower::Access;
+using number::at;
 
 class Writer {
 public:
   Writer(const lower::Kernel& kernel, const VectorType& type) : kernel_(kernel), type_(type) {}
 
-  std::string write(const std::vector<int>& order) {
-    const auto& nodes = kernel_.graph.nodes();
-    for (const int task : order) {
-      const auto index = static_cast<std::size_t>(task);
-      if (index < nodes.size()) {
-        names_[task] = nodes[index].op == Op::load ? loadName(nodes[index]) : "t" + std::to_string(++values_);
-        line("const V " + names_[task] + " = " + expression(nodes[index]));
-      } else {
-        store(kernel_.stores[index - nodes.size()]);
-      }
-    }
-    return constants_ + body_;
+  void define(NodeId index) {
+    const Node& node = kernel_.graph.node(index);
+    names_[index] = node.op == Op::load ? loadName(node) : "t" + std::to_string(++values_);
+    line("const V " + names_[index] + " = " + expression(node));
   }
+
+  void store(const lower::Store& to) {
+    const std::string value = name(to.value);
+    switch (to.to.width) {
+    case Access::Width::whole: line("Access::store(" + offset("y", to.to.first) + ", " + value + ")"); break;
+    case Access::Width::halves:
+      line("storeHalves(" + offset("y", to.to.first) + ", " + offset("y", to.to.second) + ", " + value + ")");
+      break;
+    case Access::Width::low: line("storeLow(" + offset("y", to.to.first) + ", " + value + ")"); break;
+    }
+  }
+
+  [[nodiscard]] std::string text() const { return constants_ + body_; }
 
 private:
   void line(const std::string& statement) { body_ += "    " + statement + ";\n"; }
@@ -44,7 +52,7 @@ private:
   }
 
   [[nodiscard]] std::string loadName(const Node& node) const {
-    const Access& from = kernel_.loads[static_cast<std::size_t>(node.tag)];
+    const Access& from = at(kernel_.loads, node.tag);
     std::string text = "x" + std::to_string(from.first);
     if (type_.lanes == 4 && from.width != Access::Width::low) {
       text += "_" + std::to_string(from.second);
@@ -54,7 +62,7 @@ private:
 
   std::string expression(const Node& node) {
     switch (node.op) {
-    case Op::load: return load(kernel_.loads[static_cast<std::size_t>(node.tag)]);
+    case Op::load: return load(at(kernel_.loads, node.tag));
     case Op::add: return name(node.left) + " + " + name(node.right);
     case Op::subtract: return name(node.left) + " - " + name(node.right);
     case Op::multiply: return constant(kernel_.graph.constant(node)) + " * " + name(node.left);
@@ -82,7 +90,7 @@ private:
   std::string constant(const graph::Lanes& lanes) {
     std::string value;
     for (int i = 0; i < type_.lanes; ++i) {
-      value += (i == 0 ? "" : ", ") + literal(lanes[static_cast<std::size_t>(i)], type_.precision);
+      value += (i == 0 ? "" : ", ") + literal(at(lanes, i), type_.precision);
     }
     const auto [entry, isNew] = constantNames_.try_emplace(value, "c" + std::to_string(constantNames_.size() + 1));
     if (isNew) {
@@ -103,65 +111,51 @@ private:
     std::abort();
   }
 
-  void store(const lower::Store& to) {
-    const std::string value = name(to.value);
-    switch (to.to.width) {
-    case Access::Width::whole: line("Access::store(" + offset("y", to.to.first) + ", " + value + ")"); break;
-    case Access::Width::halves:
-      line("storeHalves(" + offset("y", to.to.first) + ", " + offset("y", to.to.second) + ", " + value + ")");
-      break;
-    case Access::Width::low: line("storeLow(" + offset("y", to.to.first) + ", " + value + ")"); break;
-    }
-  }
-
   const lower::Kernel& kernel_;
   VectorType type_;
-  std::map<int, std::string> names_;
+  std::map<NodeId, std::string> names_;
   std::map<std::string, std::string> constantNames_;
   std::string constants_;
   std::string body_;
   int values_ = 0;
 };
 
-// An order of the nodes of a kernel and, numbered behind them, its stores.
-std::vector<int> bestOrder(const lower::Kernel& kernel) {
-  constexpr int kRegisters = 15; // one of the 16 holds the scale or a constant
-  const auto& nodes = kernel.graph.nodes();
-  const std::vector<bool> needed = kernel.graph.reachable(kernel.outputs());
-
-  // The scheduler counts the needed nodes only.
-  std::vector<int> nodeOf;
-  std::vector<int> taskOf(nodes.size(), -1);
-  std::vector<schedule::Task> tasks;
-  for (std::size_t i = 0; i < nodes.size(); ++i) {
+// All nodes that the stores need, and the stores.
+Work work(const lower::Kernel& kernel) {
+  const graph::Graph& g = kernel.graph;
+  const NodeMap<bool> needed = g.reachable(kernel.outputs());
+  NodeMap<int> taskOf(g.end(), -1);
+  Work out;
+  for (NodeId i; i != g.end(); ++i) {
     if (!needed[i]) {
       continue;
     }
-    schedule::Task task{{}, true, static_cast<int>(i) >= kernel.lastStep};
-    for (const Ref operand : {nodes[i].left, nodes[i].right}) {
+    schedule::Task task{{}, true, i >= kernel.lastStep};
+    for (const Ref operand : {g.node(i).left, g.node(i).right}) {
       if (!operand.isZero()) {
-        task.operands.push_back(taskOf[static_cast<std::size_t>(operand.node())]);
+        task.operands.push_back(taskOf[operand.node()]);
       }
     }
-    taskOf[i] = static_cast<int>(tasks.size());
-    nodeOf.push_back(static_cast<int>(i));
-    tasks.push_back(task);
+    taskOf[i] = static_cast<int>(out.tasks.size());
+    out.tasks.push_back(task);
+    out.values.push_back(i);
   }
-  for (std::size_t i = 0; i < kernel.stores.size(); ++i) {
-    tasks.push_back({{taskOf[static_cast<std::size_t>(kernel.stores[i].value.node())]}, false, true});
-    nodeOf.push_back(static_cast<int>(nodes.size() + i));
+  for (const lower::Store& store : kernel.stores) {
+    out.tasks.push_back({{taskOf[store.value.node()]}, false, true});
   }
-  std::vector<int> order;
-  for (const int task : schedule::bestOrder(tasks, kRegisters)) {
-    order.push_back(nodeOf[static_cast<std::size_t>(task)]);
-  }
-  return order;
+  return out;
 }
 
 } // namespace
 
 std::string vectorStatements(const lower::Kernel& kernel, const VectorType& type) {
-  return Writer(kernel, type).write(bestOrder(kernel));
+  constexpr int kRegisters = 15; // one of the 16 holds the scale or a constant
+  const Work w = work(kernel);
+  Writer writer(kernel, type);
+  w.inOrder(
+      schedule::bestOrder(w.tasks, kRegisters), [&](NodeId node) { writer.define(node); },
+      [&](int store) { writer.store(at(kernel.stores, store)); });
+  return writer.text();
 }
 
 } // namespace tfmgen::print

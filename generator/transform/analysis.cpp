@@ -53,7 +53,7 @@ Bins analyseComplex(Analysis& a, const plan::Plan& plan, const Bins& z, long u) 
   }
   const Bins p = analyse(a, plan, realParts(z), u);
   const Bins q = analyse(a, plan, imaginaryParts(a.g, z), u);
-  return combine(a.g, p, q, static_cast<int>(z.size()));
+  return combine(a.g, p, q, z.size());
 }
 
 OddBins analyseOdd(Analysis& a, const plan::OddPlan& plan, const Samples& d, long u) {
@@ -75,13 +75,13 @@ std::vector<Bins> analyseEach(Analysis& a, const plan::Plan& plan, int count, co
 Bins column(const std::vector<Bins>& inner, int k) {
   Bins bins;
   for (const Bins& stage : inner) {
-    bins.push_back(stage[static_cast<std::size_t>(k)]);
+    bins.push_back(at(stage, k));
   }
   return bins;
 }
 
-Bins combine(Graph& g, const Bins& p, const Bins& q, int n) {
-  Bins out(static_cast<std::size_t>(n));
+Bins combine(Graph& g, const Bins& p, const Bins& q, std::size_t n) {
+  Bins out(n);
   for (std::size_t k = 0; k < p.size(); ++k) {
     if (p[k].im.isZero() && q[k].im.isZero()) {
       out[k] = {p[k].re, q[k].re};
@@ -98,7 +98,7 @@ Bins combine(Graph& g, const Bins& p, const Bins& q, int n) {
 Bins completed(const Bins& half, int n) {
   Bins all = half;
   for (int k = static_cast<int>(half.size()); k < n; ++k) {
-    all.push_back(conjugate(half[static_cast<std::size_t>(n - k)]));
+    all.push_back(conjugate(at(half, n - k)));
   }
   return all;
 }
@@ -122,11 +122,15 @@ Samples imaginaryParts(Graph& g, const Bins& z) {
 void HalfSpectrum::put(long k, const Bin& z) {
   const int index = number::modulo(k, n_);
   const bool isMirrored = 2 * index > n_;
-  const auto at = static_cast<std::size_t>(isMirrored ? n_ - index : index);
-  if (!known_[at]) {
-    bins_[at] = isMirrored ? conjugate(z) : z;
-    known_[at] = true;
+  bins_.try_emplace(isMirrored ? n_ - index : index, isMirrored ? conjugate(z) : z);
+}
+
+Bins HalfSpectrum::bins() const {
+  Bins bins;
+  for (const auto& [k, z] : bins_) {
+    bins.push_back(z);
   }
+  return bins;
 }
 
 void OddHalfSpectrum::put(long f, const Bin& z) {
@@ -138,7 +142,7 @@ void OddHalfSpectrum::put(long f, const Bin& z) {
 Ref continued(const Samples& d, long n) {
   const auto length = static_cast<long>(d.size());
   const int index = number::modulo(n, 2 * length);
-  return index < length ? d[static_cast<std::size_t>(index)] : -d[static_cast<std::size_t>(index - length)];
+  return index < length ? at(d, index) : -at(d, index - length);
 }
 
 } // namespace tfmgen::transform

@@ -63,7 +63,7 @@ std::vector<Bins> analyseEach(Analysis& a, const plan::Plan& plan, int count, co
 Bins column(const std::vector<Bins>& inner, int k);
 
 // The spectrum of p + i*q for real p and q, all n bins.
-Bins combine(Graph& g, const Bins& p, const Bins& q, int n);
+Bins combine(Graph& g, const Bins& p, const Bins& q, std::size_t n);
 
 // Bins 0 .. n/2 of a stage to all n.
 Bins completed(const Bins& half, int n);
@@ -74,14 +74,13 @@ Samples imaginaryParts(Graph& g, const Bins& z);
 // Collects bins of any index as 0 .. n/2, the first to come of each.
 class HalfSpectrum {
 public:
-  explicit HalfSpectrum(int n) : n_(n), bins_(static_cast<std::size_t>(n / 2 + 1)), known_(bins_.size(), false) {}
+  explicit HalfSpectrum(int n) : n_(n) {}
   void put(long k, const Bin& z);
-  [[nodiscard]] Bins bins() const { return bins_; }
+  [[nodiscard]] Bins bins() const;
 
 private:
   int n_;
-  Bins bins_;
-  std::vector<bool> known_;
+  std::map<int, Bin> bins_;
 };
 
 // The same for the odd frequencies of order 2L.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "graph/graph.hpp"
+#include "number/index.hpp"
 
 #include <vector>
 
@@ -10,6 +11,7 @@ namespace tfmgen::transform {
 using graph::Graph;
 using graph::Quad;
 using graph::Ref;
+using number::at;
 
 using Samples = std::vector<Ref>;
 

@@ -94,7 +94,7 @@ public:
     const int p = form.length;
     Values permuted;
     for (int i = 0; i < p - 1; ++i) {
-      permuted.push_back(z_[static_cast<std::size_t>(number::powerModulo(form.primitiveRoot, i, p))]);
+      permuted.push_back(at(z_, number::powerModulo(form.primitiveRoot, i, p)));
     }
     Values bins = transformComplex(g_, *form.analysis, permuted, sign_);
     Values out(z_.size());
@@ -107,7 +107,7 @@ public:
     const Values back = transformComplex(g_, *form.synthesis, bins, opposite(sign_));
     const int inverseRoot = number::inverseModulo(form.primitiveRoot, p);
     for (int j = 0; j < p - 1; ++j) {
-      out[static_cast<std::size_t>(number::powerModulo(inverseRoot, j, p))] = back[static_cast<std::size_t>(j)];
+      at(out, number::powerModulo(inverseRoot, j, p)) = at(back, j);
     }
     return out;
   }
@@ -126,7 +126,7 @@ private:
     for (int r = 0; r < second; ++r) {
       Values samples;
       for (int m = 0; m < first; ++m) {
-        samples.push_back(z_[static_cast<std::size_t>(sampleIndex(form, first, second, r, m))]);
+        samples.push_back(at(z_, sampleIndex(form, first, second, r, m)));
       }
       inner.push_back(transformComplex(g_, *form.first, samples, sign_));
     }
@@ -134,12 +134,12 @@ private:
     for (int k1 = 0; k1 < first; ++k1) {
       Values column;
       for (int r = 0; r < second; ++r) {
-        const Complex& bin = inner[static_cast<std::size_t>(r)][static_cast<std::size_t>(k1)];
+        const Complex& bin = at(at(inner, r), k1);
         column.push_back(multiplyByRoot(g_, bin, static_cast<long>(twiddleSign) * r * k1, order));
       }
       const Values bins = transformComplex(g_, *form.second, column, sign_);
       for (int k2 = 0; k2 < second; ++k2) {
-        out[static_cast<std::size_t>(binIndex(form, first, second, k1, k2))] = bins[static_cast<std::size_t>(k2)];
+        at(out, binIndex(form, first, second, k1, k2)) = at(bins, k2);
       }
     }
     return out;

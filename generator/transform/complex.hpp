@@ -5,6 +5,7 @@
 #pragma once
 
 #include "graph/graph.hpp"
+#include "number/index.hpp"
 #include "number/roots.hpp"
 #include "plan/plan.hpp"
 #include "root_sign.hpp"
@@ -16,6 +17,7 @@ namespace tfmgen::transform {
 using graph::Graph;
 using graph::Quad;
 using graph::Ref;
+using number::at;
 
 // re + i * im.
 struct Complex {

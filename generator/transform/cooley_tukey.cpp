@@ -25,7 +25,7 @@ Bins analyseForm(Analysis& a, const plan::CooleyTukey& form, const Samples& x, l
   const int n = first * second;
   const auto sample = [&](int r, int m) {
     const int element = second * m + r;
-    return x[static_cast<std::size_t>(element)];
+    return at(x, element);
   };
   const std::vector<Bins> inner = analyseEach(a, *form.first, second, sample, u);
   HalfSpectrum out(n);
@@ -34,7 +34,7 @@ Bins analyseForm(Analysis& a, const plan::CooleyTukey& form, const Samples& x, l
     const Bins bins = k1 == 0 ? completed(analyse(a, *form.second, realParts(across), u), second)
                               : analyseComplex(a, *form.second, across, u);
     for (int k2 = 0; k2 < second; ++k2) {
-      out.put(k1 + first * k2, bins[static_cast<std::size_t>(k2)]);
+      out.put(k1 + first * k2, at(bins, k2));
     }
   }
   return out.bins();
@@ -57,7 +57,7 @@ OddBins analyseOddForm(Analysis& a, const plan::OddCooleyTukey& form, const Samp
     const Bins across = rotated(a, column(inner, k1), u * odd, order, sineProduct(form.mergeSine));
     const Bins bins = analyseComplex(a, {plan::PowerOfTwo{second, plan::OddHalf::pairs}}, across, u);
     for (int j = 0; j < second; ++j) {
-      out.put(odd + 2L * first * j, bins[static_cast<std::size_t>(j)]);
+      out.put(odd + 2L * first * j, at(bins, j));
     }
   }
   return out.bins();
@@ -74,7 +74,7 @@ OddBins analyseOddForm(Analysis& a, const plan::OddByThree& form, const Samples&
   const Bins across = rotated(a, column(inner, 1), u, static_cast<long>(2 * d.size()), SineProduct::placed);
   const Bins bins = analyseComplex(a, *form.onComplex, across, u);
   for (int j = 0; j < count; ++j) {
-    out.put(1 + 6L * j, bins[static_cast<std::size_t>(j)]);
+    out.put(1 + 6L * j, at(bins, j));
   }
   return out.bins();
 }

@@ -12,11 +12,9 @@ namespace tfmgen::transform {
 namespace {
 
 // The differences that real kernels take as x[p-m] - x[m].
-bool isReversed(int p, std::size_t m) {
+bool isReversed(std::size_t p, std::size_t m) {
   constexpr std::array<std::array<std::size_t, 3>, 5> kReversed{{{5, 2, 0}, {7, 2, 3}, {11, 2, 5}}};
-  return std::ranges::any_of(kReversed, [&](const auto& row) {
-    return row[0] == static_cast<std::size_t>(p) && (row[1] == m || row[2] == m);
-  });
+  return std::ranges::any_of(kReversed, [&](const auto& row) { return row[0] == p && (row[1] == m || row[2] == m); });
 }
 
 // x0 + sum of terms, with x0 in the place that the style gives it.
@@ -38,13 +36,13 @@ Bins analyseForm(Analysis& a, const plan::Direct& form, const Samples& x, long u
   if (p == 2) {
     return {{g.add(x[0], x[1]), {}}, {g.subtract(x[0], x[1]), {}}};
   }
-  const auto half = static_cast<std::size_t>(p - 1) / 2;
+  const std::size_t half = x.size() / 2;
   Samples sums;
   Samples differences;
   for (std::size_t m = 1; m <= half; ++m) {
     const Ref mirrored = x[x.size() - m];
     sums.push_back(g.add(x[m], mirrored));
-    const bool reversed = a.style == DirectStyle::realSamples && isReversed(p, m);
+    const bool reversed = a.style == DirectStyle::realSamples && isReversed(x.size(), m);
     differences.push_back(reversed ? -g.subtract(mirrored, x[m]) : g.subtract(x[m], mirrored));
   }
   Bins out{{g.add(x[0], g.sum(sums)), {}}};

@@ -9,7 +9,7 @@ Bins analyseForm(Analysis& a, const plan::GoodThomas& form, const Samples& x, lo
   const int first = plan::length(*form.first);
   const int second = plan::length(*form.second);
   const int n = first * second;
-  const auto sample = [&](int r, int m) { return x[static_cast<std::size_t>((second * m + first * r) % n)]; };
+  const auto sample = [&](int r, int m) { return at(x, (second * m + first * r) % n); };
   const std::vector<Bins> inner = analyseEach(a, *form.first, second, sample, u * second);
   HalfSpectrum out(n);
   for (int k1 = 0; k1 <= first / 2; ++k1) {
@@ -18,7 +18,7 @@ Bins analyseForm(Analysis& a, const plan::GoodThomas& form, const Samples& x, lo
     const Bins bins = isReal ? completed(analyse(a, *form.second, realParts(across), u * first), second)
                              : analyseComplex(a, *form.second, across, u * first);
     for (int k2 = 0; k2 < second; ++k2) {
-      out.put(second * k1 + first * k2, bins[static_cast<std::size_t>(k2)]);
+      out.put(second * k1 + first * k2, at(bins, k2));
     }
   }
   return out.bins();

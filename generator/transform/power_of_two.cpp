@@ -28,7 +28,7 @@ Bins interleaved(const Bins& even, const OddBins& odd) {
     out[2 * j] = even[j];
   }
   for (const auto& [f, z] : odd) {
-    out[static_cast<std::size_t>(f)] = z;
+    at(out, f) = z;
   }
   return out;
 }

@@ -44,9 +44,7 @@ struct Synthesis {
     }
   }
 
-  Samples run(Graph& g, std::span<const Ref> spectrum, int length) const {
-    return graph::transpose(g, forward, length, outputs, spectrum);
-  }
+  Samples run(Graph& g, std::span<const Ref> spectrum) const { return graph::transpose(g, forward, outputs, spectrum); }
 };
 
 // A bin of the permuted samples times its multiplier, as the transposed transform takes it.
@@ -66,11 +64,11 @@ Bins analyseForm(Analysis& a, const plan::Rader& form, const Samples& x, long u)
   Graph& g = a.g;
   const int p = form.length;
   const int q = p - 1;
-  const auto half = static_cast<std::size_t>(q / 2);
+  const std::size_t half = x.size() / 2;
 
   Samples permuted;
   for (int i = 0; i < q; ++i) {
-    permuted.push_back(x[static_cast<std::size_t>(number::powerModulo(form.primitiveRoot, i, p))]);
+    permuted.push_back(at(x, number::powerModulo(form.primitiveRoot, i, p)));
   }
   const Bins spectrum = analyse(a, *form.analysis, permuted);
   const Synthesis synthesis(*form.synthesis, a);
@@ -90,8 +88,8 @@ Bins analyseForm(Analysis& a, const plan::Rader& form, const Samples& x, long u)
       target[2 * k + 1] = v.im.value;
     }
   }
-  const Samples re = synthesis.run(g, even, q);
-  const Samples im = synthesis.run(g, odd, q);
+  const Samples re = synthesis.run(g, even);
+  const Samples im = synthesis.run(g, odd);
 
   HalfSpectrum out(p);
   out.put(0, {g.add(x[0], total), {}});

@@ -42,17 +42,18 @@ RealKernel forwardReal(const plan::Plan& plan) {
 RealKernel hartley(const plan::Plan& plan) {
   Graph g;
   const Bins bins = analysed(g, plan, EighthTurn::productsFirst);
-  Samples values(static_cast<std::size_t>(plan::length(plan)));
-  for (std::size_t k = 0; k < bins.size(); ++k) {
-    const Ref re = bins[k].re;
-    const Ref im = place(g, bins[k].im);
+  Samples values;
+  Samples mirrored; // downward from the last bin
+  for (const Bin& bin : bins) {
+    const Ref im = place(g, bin.im);
     if (im.isZero()) {
-      values[k] = re;
+      values.push_back(bin.re);
     } else {
-      values[k] = g.subtract(re, im);
-      values[values.size() - k] = g.add(re, im);
+      values.push_back(g.subtract(bin.re, im));
+      mirrored.push_back(g.add(bin.re, im));
     }
   }
+  values.insert(values.end(), mirrored.rbegin(), mirrored.rend());
   values = scaled(g, values);
   return {std::move(g), std::move(values)};
 }
@@ -74,7 +75,7 @@ RealKernel inverseReal(const plan::Plan& plan) {
       adjoints.push_back(g.multiply(bin.im.factor, g.multiply(multiplicity, g.load(element++))));
     }
   }
-  const Samples values = graph::transpose(g, forward, plan::length(plan), outputs, adjoints);
+  const Samples values = graph::transpose(g, forward, outputs, adjoints);
   graph::Folded folded = graph::foldDoublings(g, values);
   Samples results = scaled(folded.graph, folded.outputs);
   return {std::move(folded.graph), std::move(results)};

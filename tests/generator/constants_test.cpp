@@ -51,7 +51,7 @@ TEST(GeneratorConstants, RaderMultipliersHaveOneMagnitude) {
   for (const int p : {5, 7, 11, 13, 23, 31, 61}) {
     for (const auto sign : {transform::RootSign::forward, transform::RootSign::inverse}) {
       const auto factors = transform::raderMultipliers(p, number::primitiveRoot(p), sign);
-      ASSERT_EQ(factors.size(), static_cast<std::size_t>(p - 1));
+      ASSERT_EQ(std::ssize(factors), p - 1);
       EXPECT_EQ(static_cast<double>(factors[0].re), -1.0 / (p - 1));
       EXPECT_EQ(static_cast<double>(factors[0].im), 0.0);
       for (std::size_t m = 1; m < factors.size(); ++m) {

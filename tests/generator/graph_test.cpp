@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -23,7 +24,7 @@ double valueOf(const Graph& g, Ref r, const std::vector<double>& inputs) {
   const auto right = [&] { return valueOf(g, node.right, inputs); };
   const auto magnitude = [&] {
     switch (node.op) {
-    case Op::load: return inputs[static_cast<std::size_t>(node.tag)];
+    case Op::load: return number::at(inputs, node.tag);
     case Op::add: return left() + right();
     case Op::subtract: return left() - right();
     case Op::multiply: return static_cast<double>(g.constant(node)[0]) * left();
@@ -45,12 +46,9 @@ Matrix matrixOf(const Graph& g, const std::vector<Ref>& outputs, std::size_t inp
   return m;
 }
 
-std::vector<Ref> loads(Graph& g, int count) {
-  std::vector<Ref> refs;
-  refs.reserve(static_cast<std::size_t>(count));
-  for (int tag = 0; tag < count; ++tag) {
-    refs.push_back(g.load(tag));
-  }
+std::vector<Ref> loads(Graph& g, std::size_t count) {
+  std::vector<Ref> refs(count);
+  std::ranges::generate(refs, [&g, tag = 0]() mutable { return g.load(tag++); });
   return refs;
 }
 
@@ -105,10 +103,9 @@ TEST(GeneratorGraph, TransposeComputesTheTransposedMatrix) {
   ASSERT_EQ(m, (Matrix{{1, 1, 0}, {5, 5, -5}, {38, 36, -35}, {33, 31, -30}}));
 
   Graph backward;
-  const auto adjoints = loads(backward, static_cast<int>(outputs.size()));
-  const Matrix transposed =
-      matrixOf(backward, transpose(backward, forward, kInputs, outputs, adjoints), outputs.size());
-  ASSERT_EQ(transposed.size(), static_cast<std::size_t>(kInputs));
+  const auto adjoints = loads(backward, outputs.size());
+  const Matrix transposed = matrixOf(backward, transpose(backward, forward, outputs, adjoints), outputs.size());
+  ASSERT_EQ(transposed.size(), std::size_t{kInputs});
   for (std::size_t i = 0; i < m.size(); ++i) {
     for (std::size_t j = 0; j < kInputs; ++j) {
       EXPECT_EQ(transposed[j][i], m[i][j]) << i << ", " << j;
