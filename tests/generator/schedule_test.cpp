@@ -1,35 +1,36 @@
 // Orders of work for a machine with few registers.
 #include "schedule/schedule.hpp"
 
+#include "number/index.hpp"
 #include "random.hpp"
+#include "schedule/traffic.hpp"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace tfmgen::schedule {
 namespace {
 
-const std::vector<int>& operandsOf(const std::vector<Task>& tasks, int task) {
-  return tasks[static_cast<std::size_t>(task)].operands;
-}
+using number::at;
 
 // The largest number of values that are wanted at once.
 std::size_t registersNeeded(const std::vector<Task>& tasks, const std::vector<int>& order) {
   std::vector<int> remainingUses(tasks.size());
   for (const Task& task : tasks) {
     for (const int operand : task.operands) {
-      ++remainingUses[static_cast<std::size_t>(operand)];
+      ++at(remainingUses, operand);
     }
   }
   std::size_t live = 0;
   std::size_t most = 0;
   for (const int task : order) {
-    for (const int operand : operandsOf(tasks, task)) {
-      live -= --remainingUses[static_cast<std::size_t>(operand)] == 0 ? 1 : 0;
+    for (const int operand : at(tasks, task).operands) {
+      live -= --at(remainingUses, operand) == 0 ? 1 : 0;
     }
-    live += tasks[static_cast<std::size_t>(task)].hasResult ? 1 : 0;
+    live += at(tasks, task).hasResult ? 1 : 0;
     most = std::max(most, live);
   }
   return most;
@@ -73,13 +74,45 @@ TEST(GeneratorSchedule, EveryTaskRunsOnceBehindItsOperands) {
     const std::vector<int> order = bestOrder(tasks, 16);
     ASSERT_EQ(order.size(), tasks.size());
     std::vector<bool> isDone(tasks.size());
-    const auto stands = [&](int task) { return isDone[static_cast<std::size_t>(task)]; };
+    const auto stands = [&](int task) -> bool { return at(isDone, task); };
     for (const int task : order) {
       ASSERT_FALSE(stands(task)) << task;
-      ASSERT_TRUE(std::ranges::all_of(operandsOf(tasks, task), stands)) << task;
-      isDone[static_cast<std::size_t>(task)] = true;
+      ASSERT_TRUE(std::ranges::all_of(at(tasks, task).operands, stands)) << task;
+      at(isDone, task) = true;
     }
   }
+}
+
+// Tasks that take these values and make none.
+Task use(std::vector<int> operands) {
+  return {std::move(operands), false};
+}
+
+TEST(GeneratorTraffic, AResultTakesTheRegisterOfAnOperandThatIsNotUsedAgain) {
+  const std::vector<Task> sum{{}, {}, {{0, 1}}, use({2})};
+  EXPECT_EQ(simulate(sum, {0, 1, 2, 3}, 2), (Traffic{0, 0}));
+  const std::vector<Task> operandUsedAgain{{}, {}, {{0, 1}}, use({2}), use({1})};
+  EXPECT_EQ(simulate(operandUsedAgain, {0, 1, 2, 3, 4}, 2), (Traffic{0, 0}));
+  const std::vector<Task> bothUsedAgain{{}, {}, {{0, 1}}, use({2}), use({1}), use({0})};
+  EXPECT_EQ(simulate(bothUsedAgain, {0, 1, 2, 3, 4, 5}, 3), (Traffic{0, 0}));
+  EXPECT_EQ(simulate(bothUsedAgain, {0, 1, 2, 3, 4, 5}, 2), (Traffic{1, 1}));
+}
+
+TEST(GeneratorTraffic, DependsOnTheOrder) {
+  const std::vector<Task> sumOfThree{{}, {}, {}, {{0, 1}}, {{3, 2}}, use({4})};
+  EXPECT_EQ(simulate(sumOfThree, {0, 1, 3, 2, 4, 5}, 2), (Traffic{0, 0})) << "a value is loaded when it is wanted";
+  EXPECT_EQ(simulate(sumOfThree, {0, 1, 2, 3, 4, 5}, 2), (Traffic{2, 2})) << "all are loaded first";
+}
+
+// Were the value of nearest next use to leave, or the one that came first, the others would follow it.
+TEST(GeneratorTraffic, TheValueOfFurthestNextUseLeaves) {
+  const std::vector<Task> tasks{{}, {}, {}, use({0}), use({2}), use({1})};
+  EXPECT_EQ(simulate(tasks, {0, 1, 2, 3, 4, 5}, 2), (Traffic{1, 1}));
+}
+
+TEST(GeneratorTraffic, AValueInMemoryLeavesAgainForNothing) {
+  const std::vector<Task> tasks{{}, {}, {}, use({1, 2}), use({0}), {}, {}, use({5, 6}), use({0})};
+  EXPECT_EQ(simulate(tasks, {0, 1, 2, 3, 4, 5, 6, 7, 8}, 2), (Traffic{1, 2}));
 }
 
 } // namespace
