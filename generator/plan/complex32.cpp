@@ -1,8 +1,6 @@
 #include "complex32.hpp"
 
-#include "number/modular.hpp"
-
-#include <utility>
+#include "notation.hpp"
 
 namespace tfmgen::plan {
 
@@ -13,30 +11,11 @@ PlanPtr of(int length) {
   return length == 7 || length == 11 ? direct(length) : complex32(length);
 }
 
-PlanPtr gt(int first, int second) {
-  return goodThomas(of(first), of(second));
-}
+struct Table : Notation<of> {
+  static PlanPtr plan(int length);
+};
 
-PlanPtr gt(int first, int second, int third) {
-  return goodThomas(of(first), of(second), of(third));
-}
-
-PlanPtr ct(PlanPtr first, PlanPtr second) {
-  return cooleyTukey(std::move(first), std::move(second));
-}
-
-PlanPtr ct(int first, int second) {
-  return ct(of(first), of(second));
-}
-
-// A prime by the plan of the length below it, forth and back.
-PlanPtr prime(int p) {
-  return rader(p, number::primitiveRoot(p), of(p - 1), of(p - 1));
-}
-
-} // namespace
-
-PlanPtr complex32(int length) {
+PlanPtr Table::plan(int length) {
   switch (length) {
   case 2: return direct(2);
   case 3: return direct(3);
@@ -103,6 +82,12 @@ PlanPtr complex32(int length) {
   case 64: return ct(8, 8);
   default: return nullptr;
   }
+}
+
+} // namespace
+
+PlanPtr complex32(int length) {
+  return Table::plan(length);
 }
 
 } // namespace tfmgen::plan

@@ -1,6 +1,6 @@
 #include "complex64.hpp"
 
-#include "number/modular.hpp"
+#include "notation.hpp"
 
 namespace tfmgen::plan {
 
@@ -10,26 +10,11 @@ PlanPtr of(int length) {
   return complex64(length);
 }
 
-PlanPtr gt(int first, int second) {
-  return goodThomas(of(first), of(second));
-}
+struct Table : Notation<of> {
+  static PlanPtr plan(int length);
+};
 
-PlanPtr gt(int first, int second, int third) {
-  return goodThomas(of(first), of(second), of(third));
-}
-
-PlanPtr ct(int first, int second) {
-  return cooleyTukey(of(first), of(second));
-}
-
-// A prime by the plan of the length below it, forth and back.
-PlanPtr prime(int p) {
-  return rader(p, number::primitiveRoot(p), of(p - 1), of(p - 1));
-}
-
-} // namespace
-
-PlanPtr complex64(int length) {
+PlanPtr Table::plan(int length) {
   switch (length) {
   case 2: return direct(2);
   case 3: return direct(3);
@@ -96,6 +81,12 @@ PlanPtr complex64(int length) {
   case 64: return powerOfTwo(64);
   default: return nullptr;
   }
+}
+
+} // namespace
+
+PlanPtr complex64(int length) {
+  return Table::plan(length);
 }
 
 } // namespace tfmgen::plan
