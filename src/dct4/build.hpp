@@ -24,8 +24,7 @@ TfmgDCT4Plan* createPlan(TfmgArena* arena, std::int32_t length);
 
 // Fills a merge stage and its lists; the record itself has been taken.
 template <class T>
-void fillMergeStage(TfmgDCT4MergeStage<T>* stage, TfmgArena* arena, std::int32_t length, std::int32_t factor,
-                    const TfmgDCT4TwiddleSource<T>* source);
+void fillMergeStage(TfmgDCT4MergeStage<T>* stage, const TfmgDCT4Plan* plan, const TfmgDCT4TwiddleSource<T>* source);
 
 template <class T>
 TfmgOddColumnStage<T>* createColumnStage(TfmgArena* arena, std::int32_t length, std::int32_t factor);
@@ -40,6 +39,20 @@ inline void appendToBoth(TfmgPlanList* owned, TfmgPlanList* executed, TfmgPlanIt
 
 inline TfmStatus build(TfmgPlanHead& head) {
   return head.build(&head);
+}
+
+// Makes a record under `owner` together with the source of what its tables hold, and builds it. The record lies before
+// the source and stands behind it in the list of the owner; execution finds it in `executed`.
+template <class Record, class Source>
+TfmStatus buildWithSource(auto* owner, TfmgPlanList* executed, auto fillSource, auto fillRecord) {
+  TfmgArena* arena = owner->head.arena;
+  auto* record = takeRecord<Record>(arena);
+  auto* source = takeRecord<Source>(arena);
+  fillSource(source, arena);
+  tfmgListAppend(owner->owned, &source->head.item);
+  fillRecord(record, owner, source);
+  appendToBoth(owner->owned, executed, &record->head.item);
+  return build(record->head);
 }
 
 } // namespace tfmgen::dct4

@@ -66,21 +66,20 @@ TfmStatus buildMergeStage(TfmgPlanHead* head) {
     return tfmStsBadSize;
   }
   stage->kind = 1;
-  TfmgArena* arena = stage->head.arena;
-  auto* loop = takeRecord<TfmgDCT4MergeLoop<T>>(arena);
-  auto* source = takeRecord<TfmgDCT4LaneSource<T>>(arena);
-  fillLaneSource(source, arena, stage->source, stage->rows / kLanes<T>);
-  tfmgListAppend(stage->owned, &source->head.item);
-  fillMergeLoop(loop, stage, source);
-  appendToBoth(stage->owned, stage->stageList, &loop->head.item);
-  return build(loop->head);
+  const auto fillSource = [&](TfmgDCT4LaneSource<T>* source, TfmgArena* arena) {
+    fillLaneSource(source, arena, stage->source, stage->rows / kLanes<T>);
+  };
+  return buildWithSource<TfmgDCT4MergeLoop<T>, TfmgDCT4LaneSource<T>>(stage, stage->stageList, fillSource,
+                                                                      fillMergeLoop<T>);
 }
 
 } // namespace
 
 template <class T>
-void fillMergeStage(TfmgDCT4MergeStage<T>* stage, TfmgArena* arena, std::int32_t length, std::int32_t factor,
-                    const TfmgDCT4TwiddleSource<T>* source) {
+void fillMergeStage(TfmgDCT4MergeStage<T>* stage, const TfmgDCT4Plan* plan, const TfmgDCT4TwiddleSource<T>* source) {
+  TfmgArena* arena = plan->head.arena;
+  const std::int32_t length = plan->length;
+  const std::int32_t factor = plan->factor;
   fillHead(stage, arena, releaseMergeStage<T>, buildMergeStage<T>);
   stage->table = nullptr;
   stage->kind = 0;
@@ -96,9 +95,7 @@ void fillMergeStage(TfmgDCT4MergeStage<T>* stage, TfmgArena* arena, std::int32_t
   stage->owned = takeList(arena);
 }
 
-template void fillMergeStage(TfmgDCT4MergeStage<Tfm32f>*, TfmgArena*, std::int32_t, std::int32_t,
-                             const TfmgDCT4TwiddleSource<Tfm32f>*);
-template void fillMergeStage(TfmgDCT4MergeStage<Tfm64f>*, TfmgArena*, std::int32_t, std::int32_t,
-                             const TfmgDCT4TwiddleSource<Tfm64f>*);
+template void fillMergeStage(TfmgDCT4MergeStage<Tfm32f>*, const TfmgDCT4Plan*, const TfmgDCT4TwiddleSource<Tfm32f>*);
+template void fillMergeStage(TfmgDCT4MergeStage<Tfm64f>*, const TfmgDCT4Plan*, const TfmgDCT4TwiddleSource<Tfm64f>*);
 
 } // namespace tfmgen::dct4

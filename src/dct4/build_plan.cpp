@@ -19,14 +19,11 @@ void releasePlan(TfmgPlanItem* item) {
 
 template <class T>
 TfmStatus buildMergeStage(TfmgDCT4Plan* plan) {
-  TfmgArena* arena = plan->head.arena;
-  auto* stage = takeRecord<TfmgDCT4MergeStage<T>>(arena);
-  auto* source = takeRecord<TfmgDCT4TwiddleSource<T>>(arena);
-  fillTwiddleSource(source, arena, plan->length, plan->factor);
-  tfmgListAppend(plan->owned, &source->head.item);
-  fillMergeStage(stage, arena, plan->length, plan->factor, source);
-  appendToBoth(plan->owned, plan->mergeList, &stage->head.item);
-  return build(stage->head);
+  const auto fillSource = [&](TfmgDCT4TwiddleSource<T>* source, TfmgArena* arena) {
+    fillTwiddleSource(source, arena, plan->length, plan->factor);
+  };
+  return buildWithSource<TfmgDCT4MergeStage<T>, TfmgDCT4TwiddleSource<T>>(plan, plan->mergeList, fillSource,
+                                                                          fillMergeStage<T>);
 }
 
 template <class T>

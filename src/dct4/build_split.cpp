@@ -107,14 +107,11 @@ void releaseSplit(TfmgPlanItem* item) {
 
 template <class T>
 TfmStatus buildMerge(TfmgOddSplit<T>* split) {
-  TfmgArena* arena = split->head.arena;
-  auto* merge = takeRecord<TfmgOddSplitMerge<T>>(arena);
-  auto* source = takeRecord<TfmgOddAngleSource<T>>(arena);
-  fillAngleSource(source, arena, split->splitLength, split->subFactor);
-  tfmgListAppend(split->owned, &source->head.item);
-  fillSplitMerge(merge, split, source);
-  appendToBoth(split->owned, split->mergeList, &merge->head.item);
-  return build(merge->head);
+  const auto fillSource = [&](TfmgOddAngleSource<T>* source, TfmgArena* arena) {
+    fillAngleSource(source, arena, split->splitLength, split->subFactor);
+  };
+  return buildWithSource<TfmgOddSplitMerge<T>, TfmgOddAngleSource<T>>(split, split->mergeList, fillSource,
+                                                                      fillSplitMerge<T>);
 }
 
 template <class T>
