@@ -1,6 +1,5 @@
 #include "real.hpp"
 
-#include "numbers.hpp"
 #include "scalars.hpp"
 
 #include <sstream>

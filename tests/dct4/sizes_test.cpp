@@ -1,6 +1,6 @@
 // Which lengths have a plan, and how large its buffer is, stated apart from the library's walk: accepted lengths by
 // their form, sizes by what a plan of that form holds.
-#include "support.hpp"
+#include "dct4.hpp"
 
 #include <gtest/gtest.h>
 

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <bit>
 #include <limits>
-#include <memory>
 
 namespace tfmgen::test {
 namespace {

@@ -1,5 +1,4 @@
 // Status of every entry by its arguments, and what a failed call leaves alone.
-#include "bits.hpp"
 #include "families.hpp"
 #include "random.hpp"
 

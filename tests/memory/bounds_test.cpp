@@ -6,7 +6,6 @@
 
 #include <csignal>
 #include <cstdio>
-#include <utility>
 
 namespace tfmgen::test {
 namespace {

@@ -4,7 +4,6 @@
 #include "random.hpp"
 #include "scale.hpp"
 
-#include <cmath>
 #include <limits>
 
 namespace tfmgen::test {
