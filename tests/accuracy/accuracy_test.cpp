@@ -54,10 +54,10 @@ TEST(Accuracy, ErrorStaysAFewHalfUnits) {
   forEachTypedEntry([&]<class Real>(const Entry& entry) {
     Random random(8);
     double sum = 0;
-    for (int vector = 0; vector < kVectors; ++vector) {
+    for (std::size_t vector = 0; vector < kVectors; ++vector) {
       const Spread spread = vector < kVectors / 2 ? Spread::uniform : Spread::wide;
       const std::vector<Real> source = random.reals<Real>(entry.sourceReals(), spread);
-      sum += squaredRelativeError(entry, source, kFlags[static_cast<std::size_t>(vector) % kFlags.size()]);
+      sum += squaredRelativeError(entry, source, kFlags[vector % kFlags.size()]);
     }
     const double error = std::sqrt(sum / kVectors) / (std::numeric_limits<Real>::epsilon() / 2);
     ASSERT_LE(error, bound(entry));

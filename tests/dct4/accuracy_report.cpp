@@ -56,12 +56,12 @@ long double impulseError(std::int32_t n) {
   const Plan<T> plan(n);
   long double worst = 0;
   for (std::int32_t at = 0; at < n; ++at) {
-    const auto x = impulse<T>(static_cast<std::size_t>(n), static_cast<std::size_t>(at));
+    const auto x = impulse<T>(n, at);
     std::vector<T> y(x.size());
     Dct4<T>::run(x.data(), y.data(), plan());
     for (std::int32_t k = 0; k < n; ++k) {
       const long double exact = cosPiRatio((2 * std::int64_t{at} + 1) * (2 * k + 1), 4 * std::int64_t{n});
-      worst = std::max(worst, std::abs(y[static_cast<std::size_t>(k)] - exact));
+      worst = std::max(worst, std::abs(y.data()[k] - exact));
     }
   }
   return worst;

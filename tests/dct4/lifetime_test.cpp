@@ -116,7 +116,7 @@ TYPED_TEST(Dct4Lifetime, BufferStartsAtAnyAddress) {
   for (const std::int32_t length : {2, 16, 64, 4096}) {
     std::int32_t size = 0;
     ASSERT_EQ(A::getSize(length, &size), tfmStsOk);
-    const auto x = randomSamples<TypeParam>(static_cast<std::size_t>(length), 2);
+    const auto x = randomSamples<TypeParam>(length, 2);
     std::vector<TypeParam> expected(x.size());
     const Plan<TypeParam> aligned(length);
     ASSERT_EQ(A::run(x.data(), expected.data(), aligned()), tfmStsOk);
@@ -163,7 +163,7 @@ TYPED_TEST(Dct4Lifetime, ABufferServesOnePlanAfterAnother) {
   for (std::int32_t length = 32; length >= 2; length /= 2) {
     TfmgDCT4Plan* plan = nullptr;
     ASSERT_EQ(A::init(&plan, length, buffer), tfmStsOk);
-    const auto x = impulse<TypeParam>(static_cast<std::size_t>(length), 0);
+    const auto x = impulse<TypeParam>(length, 0);
     std::vector<TypeParam> y(x.size());
     ASSERT_EQ(A::run(x.data(), y.data(), plan), tfmStsOk);
     EXPECT_LT(maxError(y, dct4ByDefinition(x)), 1e-6L);

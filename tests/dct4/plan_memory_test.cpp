@@ -324,7 +324,7 @@ void Dct4PlanMemory<T>::check(std::int32_t length) {
   buffer_ = buffer;
   walk();
 
-  auto samples = randomSamples<T>(static_cast<std::size_t>(length) + 1, 1);
+  auto samples = randomSamples<T>(length + 1, 1);
   ASSERT_EQ(Dct4<T>::run(samples.data(), samples.data(), plan), tfmStsOk);
   walk();
 }

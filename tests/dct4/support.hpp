@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -36,14 +37,14 @@ private:
 
 // Uniform over [-1, 1).
 template <class T>
-std::vector<T> randomSamples(std::size_t count, std::uint64_t seed) {
+std::vector<T> randomSamples(std::integral auto count, std::uint64_t seed) {
   return Random(seed).reals<T>(count, Spread::uniform);
 }
 
 template <class T>
-std::vector<T> impulse(std::size_t count, std::size_t at) {
-  std::vector<T> samples(count);
-  samples[at] = 1;
+std::vector<T> impulse(std::integral auto count, std::integral auto at) {
+  std::vector<T> samples(static_cast<std::size_t>(count));
+  samples.data()[at] = 1;
   return samples;
 }
 
@@ -57,16 +58,15 @@ inline long double cosPiRatio(std::int64_t numerator, std::int64_t denominator) 
 // The defining sum.
 template <class T>
 std::vector<long double> dct4ByDefinition(const std::vector<T>& x) {
-  const auto n = static_cast<std::int64_t>(x.size());
-  std::vector<long double> table(static_cast<std::size_t>(8 * n));
+  const std::size_t n = x.size();
+  std::vector<long double> table(8 * n);
   for (std::size_t i = 0; i < table.size(); ++i) {
-    table[i] = cosPiRatio(static_cast<std::int64_t>(i), 4 * n);
+    table[i] = cosPiRatio(static_cast<std::int64_t>(i), static_cast<std::int64_t>(4 * n));
   }
   std::vector<long double> y(x.size());
-  for (std::int64_t k = 0; k < n; ++k) {
-    for (std::int64_t t = 0; t < n; ++t) {
-      y[static_cast<std::size_t>(k)] += static_cast<long double>(x[static_cast<std::size_t>(t)]) *
-                                        table[static_cast<std::size_t>((2 * t + 1) * (2 * k + 1) % (8 * n))];
+  for (std::size_t k = 0; k < n; ++k) {
+    for (std::size_t t = 0; t < n; ++t) {
+      y[k] += static_cast<long double>(x[t]) * table[(2 * t + 1) * (2 * k + 1) % (8 * n)];
     }
   }
   return y;

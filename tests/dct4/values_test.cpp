@@ -36,14 +36,14 @@ TEST(Dct4Reference, DftAgreesWithDefinition) {
 
 TYPED_TEST(Dct4Values, AgreeWithDefinition) {
   for (std::int32_t n = 2; n <= 2048; n *= 2) {
-    const auto x = randomSamples<TypeParam>(static_cast<std::size_t>(n), 7);
+    const auto x = randomSamples<TypeParam>(n, 7);
     EXPECT_LT(relativeL2Error(this->transform(x), dct4ByDefinition(x)), 2 * this->kEpsilon) << n;
   }
 }
 
 TYPED_TEST(Dct4Values, AgreeWithReferenceAboveDefinition) {
   for (std::int32_t n = 4096; n <= 1 << 18; n *= 2) {
-    const auto x = randomSamples<TypeParam>(static_cast<std::size_t>(n), 8);
+    const auto x = randomSamples<TypeParam>(n, 8);
     EXPECT_LT(relativeL2Error(this->transform(x), dct4ByDft(x)), 2 * this->kEpsilon) << n;
   }
 }
@@ -142,7 +142,7 @@ TYPED_TEST(Dct4Values, ShortPlansAreReadOnlyAndShared) {
     std::vector<int> faults(4);
     for (unsigned i = 0; i < faults.size(); ++i) {
       threads.emplace_back([&, i] {
-        const auto x = randomSamples<T>(static_cast<std::size_t>(n), i);
+        const auto x = randomSamples<T>(n, i);
         const auto expected = this->transform(x);
         for (int round = 0; round < 200; ++round) {
           std::vector<T> y(x.size());

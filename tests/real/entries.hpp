@@ -27,14 +27,13 @@ std::vector<Real> run(const Entry& entry, const std::vector<Real>& source, std::
 // Moves the bins of a spectrum of n samples from one format to another; what CCS holds besides is `filler`.
 template <class Real>
 std::vector<Real> repacked(const std::vector<Real>& spectrum, int n, Format from, Format to, Real filler) {
-  std::vector<Real> out(to == Format::ccs ? 2 * static_cast<std::size_t>(n / 2 + 1) : static_cast<std::size_t>(n),
-                        filler);
+  std::vector<Real> out(static_cast<std::size_t>(to == Format::ccs ? 2 * (n / 2 + 1) : n), filler);
   for (int k = 0; 2 * k <= n; ++k) {
     const Slot source = spectrumSlot(from, n, k);
     const Slot target = spectrumSlot(to, n, k);
-    out[static_cast<std::size_t>(target.re)] = spectrum[static_cast<std::size_t>(source.re)];
+    out.data()[target.re] = spectrum.data()[source.re];
     if (k != 0 && 2 * k != n) {
-      out[static_cast<std::size_t>(target.im)] = spectrum[static_cast<std::size_t>(source.im)];
+      out.data()[target.im] = spectrum.data()[source.im];
     }
   }
   return out;

@@ -28,7 +28,7 @@ template <class Real>
 
 template <class Real>
 std::vector<Real> samples(int n) {
-  return Random(static_cast<std::uint64_t>(n)).reals<Real>(static_cast<std::size_t>(n), Spread::uniform);
+  return Random(static_cast<std::uint64_t>(n)).reals<Real>(n, Spread::uniform);
 }
 
 // Sums of n terms of magnitude 1 are exact to a few times this.
@@ -47,7 +47,7 @@ void expectNear(const std::vector<Real>& expected, const std::vector<Real>& actu
 TEST(RealFormats, HoldTheSameBitsAndCcsHoldsPositiveZeros) {
   forEachLength([]<class Real>(int n) {
     for (const Spread spread : {Spread::uniform, Spread::wide}) {
-      const auto x = Random(5).reals<Real>(static_cast<std::size_t>(n), spread);
+      const auto x = Random(5).reals<Real>(n, spread);
       for (const std::int32_t flag : kFlags) {
         const auto packed = run(entry<Real>(Kind::realForward, Format::pack, n), x, flag);
         for (const Format format : kFormats) {
@@ -61,7 +61,7 @@ TEST(RealFormats, HoldTheSameBitsAndCcsHoldsPositiveZeros) {
 
 TEST(RealFormats, GiveTheSameSamplesWhateverTheUnusedElementsHold) {
   forEachLength([]<class Real>(int n) {
-    const auto packed = Random(6).reals<Real>(static_cast<std::size_t>(n), Spread::wide);
+    const auto packed = Random(6).reals<Real>(n, Spread::wide);
     const auto expected = run(entry<Real>(Kind::realInverse, Format::pack, n), packed, TFM_DIV_BY_SQRTN);
     for (const Real filler : {Real(0), std::numeric_limits<Real>::quiet_NaN()}) {
       for (const Format format : kFormats) {
@@ -98,7 +98,7 @@ TEST(RealScale, SharesTheRoundingOfAConstantProduct) {
     Random random(7);
     bool differs = false;
     for (int trial = 0; trial < 100; ++trial) {
-      const auto x = random.reals<float>(static_cast<std::size_t>(n), Spread::uniform);
+      const auto x = random.reals<float>(n, Spread::uniform);
       auto products = run(kernel, x, TFM_NO_DIV);
       std::ranges::transform(products, products.begin(), [scale](float v) { return v * scale; });
       differs = differs || products != run(kernel, x, TFM_DIV_FWD_BY_N);

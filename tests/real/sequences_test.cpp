@@ -225,8 +225,7 @@ void compare() {
     SCOPED_TRACE(kernel.name());
     Random random(static_cast<std::uint64_t>(sequence.n));
     for (int trial = 0; trial < 200; ++trial) {
-      const auto x =
-          random.reals<T>(static_cast<std::size_t>(sequence.n), trial % 2 == 0 ? Spread::uniform : Spread::wide);
+      const auto x = random.reals<T>(sequence.n, trial % 2 == 0 ? Spread::uniform : Spread::wide);
       for (const std::int32_t flag : kFlags) {
         const std::vector<T> expected = sequence.statement(x, expectedScale<T>(kernel.family, sequence.n, flag));
         const std::vector<T> actual = run(kernel, x, flag);

@@ -53,8 +53,10 @@ const std::vector<Family> kFamilies = {
 constexpr int kScaledInDouble[] = {3,  5,  7,  9,  11, 12, 14, 15, 17, 18, 21, 22, 25, 27,
                                    28, 33, 34, 35, 39, 40, 45, 48, 49, 51, 54, 55, 57, 63};
 
-std::size_t packedReals(Format format, int n) {
-  return static_cast<std::size_t>(format == Format::ccs ? 2 * (n / 2 + 1) : n);
+// The reals of one side of a routine.
+std::size_t realsOf(const Family& family, int n, bool isHalfSpectrum) {
+  const bool isCcs = isHalfSpectrum && family.format == Format::ccs;
+  return (family.isComplex() ? 2 : 1) * static_cast<std::size_t>(isCcs ? 2 * (n / 2 + 1) : n);
 }
 
 } // namespace
@@ -82,17 +84,11 @@ std::string Entry::name() const {
 }
 
 std::size_t Entry::sourceReals() const {
-  if (family.isComplex()) {
-    return 2 * static_cast<std::size_t>(n);
-  }
-  return family.kind == Kind::realInverse ? packedReals(family.format, n) : static_cast<std::size_t>(n);
+  return realsOf(family, n, family.kind == Kind::realInverse);
 }
 
 std::size_t Entry::destinationReals() const {
-  if (family.isComplex()) {
-    return 2 * static_cast<std::size_t>(n);
-  }
-  return family.kind == Kind::realForward ? packedReals(family.format, n) : static_cast<std::size_t>(n);
+  return realsOf(family, n, family.kind == Kind::realForward);
 }
 
 Slot spectrumSlot(Format format, int n, int k) {

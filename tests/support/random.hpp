@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cmath>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -35,8 +36,8 @@ public:
   }
 
   template <class Real>
-  std::vector<Real> reals(std::size_t count, Spread spread) {
-    std::vector<Real> values(count);
+  std::vector<Real> reals(std::integral auto count, Spread spread) {
+    std::vector<Real> values(static_cast<std::size_t>(count));
     for (Real& value : values) {
       value = real<Real>(spread);
     }

@@ -91,7 +91,7 @@ std::vector<Real> result(int order, std::int32_t flag, const std::vector<Real>& 
   const std::size_t bytes = x.size() * sizeof(Real);
   GuardedMemory source(bytes + how.src);
   GuardedMemory separate(bytes + how.dst);
-  const auto bufferBytes = static_cast<std::size_t>(Wht<Real>::bufferSizes[static_cast<std::size_t>(order - 1)]);
+  const auto bufferBytes = static_cast<std::size_t>(whtBufferSize<Real>(order));
   GuardedMemory buffer(bufferBytes);
   auto* const src = source.array<Real>(bytes, how.edge, how.src);
   auto* const dst = how.inPlace ? src : separate.array<Real>(bytes, how.edge, how.dst);
@@ -146,7 +146,7 @@ TYPED_TEST(WalshHadamard, FollowsTheSignsOfTheMatrix) {
 TYPED_TEST(WalshHadamard, AllocatesTheExactSizeOrNothing) {
   for (int order = 1; order <= kWhtOrders; ++order) {
     SCOPED_TRACE(whtName<TypeParam>(order));
-    const std::int32_t size = Wht<TypeParam>::bufferSizes[static_cast<std::size_t>(order - 1)];
+    const std::int32_t size = whtBufferSize<TypeParam>(order);
     const std::vector<std::int32_t> once(size == 0 ? 0 : 1, size);
     const std::vector<TypeParam> x(std::size_t{1} << order, TypeParam(1));
     for (const std::size_t displacement : {0U, 8U}) {
@@ -197,7 +197,7 @@ TYPED_TEST(WalshHadamard, GeneralEntryHandsOnAllArguments) {
     const auto x = random.reals<TypeParam>(std::size_t{1} << order, Spread::uniform);
     const auto expected = whtByDefinition(x, TFM_DIV_FWD_BY_N);
     std::vector<TypeParam> y(x.size());
-    const auto size = static_cast<std::size_t>(Wht<TypeParam>::bufferSizes[static_cast<std::size_t>(order - 1)]);
+    const auto size = static_cast<std::size_t>(whtBufferSize<TypeParam>(order));
     GuardedMemory buffer(size);
     auto* const work = buffer.array<std::uint8_t>(size, Edge::end);
     ASSERT_EQ(Wht<TypeParam>::general(x.data(), y.data(), order, TFM_DIV_FWD_BY_N, work), tfmStsOk);
@@ -210,7 +210,7 @@ TYPED_TEST(WalshHadamard, TellsTheBufferSize) {
   for (int order = 1; order <= kWhtOrders; ++order) {
     std::int32_t size = -1;
     EXPECT_EQ(Wht<TypeParam>::bufferSize(order, &size), tfmStsOk);
-    EXPECT_EQ(size, Wht<TypeParam>::bufferSizes[static_cast<std::size_t>(order - 1)]) << order;
+    EXPECT_EQ(size, whtBufferSize<TypeParam>(order)) << order;
   }
   std::int32_t size = 77;
   for (const std::int32_t order : {0, 14, -1, std::numeric_limits<std::int32_t>::max()}) {
