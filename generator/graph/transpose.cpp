@@ -49,6 +49,7 @@ std::vector<Ref> transpose(Graph& g, const Graph& forward, std::span<const Ref> 
     }
   }
   std::vector<Ref> result;
+  result.reserve(byTag.size());
   for (const auto& [tag, total] : byTag) {
     result.push_back(total);
   }

@@ -127,6 +127,7 @@ void HalfSpectrum::put(long k, const Bin& z) {
 
 Bins HalfSpectrum::bins() const {
   Bins bins;
+  bins.reserve(bins_.size());
   for (const auto& [k, z] : bins_) {
     bins.push_back(z);
   }
