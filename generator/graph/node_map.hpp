@@ -3,7 +3,6 @@
 
 #include "number/index.hpp"
 
-#include <compare>
 #include <vector>
 
 namespace tfmgen::graph {
@@ -23,7 +22,8 @@ public:
     --position_;
     return *this;
   }
-  constexpr auto operator<=>(const NodeId&) const = default;
+  constexpr bool operator==(const NodeId&) const = default;
+  constexpr bool operator<(const NodeId& other) const { return position_ < other.position_; }
 
 private:
   int position_ = 0;

@@ -130,7 +130,7 @@ Work work(const lower::Kernel& kernel) {
     if (!needed[i]) {
       continue;
     }
-    schedule::Task task{{}, true, i >= kernel.lastStep};
+    schedule::Task task{{}, true, !(i < kernel.lastStep)};
     for (const Ref operand : {g.node(i).left, g.node(i).right}) {
       if (!operand.isZero()) {
         task.operands.push_back(taskOf[operand.node()]);
