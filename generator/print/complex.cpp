@@ -27,11 +27,11 @@ std::string runText(const ComplexKernel& k) {
   if (const auto* vectors = std::get_if<lower::Kernel>(&k.kernel)) {
     const char* real = k.sampleBits == 32 ? "Tfm32f" : "Tfm64f";
     text << "  template <class Access>\n"
-         << "  [[gnu::always_inline]] static inline void run(const " << real << "* x, " << real << "* y, V s) {\n"
+         << "  TFMGEN_INLINE static void run(const " << real << "* x, " << real << "* y, V s) {\n"
          << vectorStatements(*vectors, vectorType(k));
   } else {
     text << "  template <class T>\n"
-         << "  [[gnu::always_inline]] static inline void run(const T* x, T* y, T s) {\n"
+         << "  TFMGEN_INLINE static void run(const T* x, T* y, T s) {\n"
          << scalarStatements(std::get<lower::RealKernel>(k.kernel), false, false);
   }
   text << "  }\n";

@@ -79,12 +79,13 @@ private:
     if (node.tag == lower::kUnpackLow || node.tag == lower::kUnpackHigh) {
       return (node.tag == lower::kUnpackLow ? "unpackLow(" : "unpackHigh(") + operands;
     }
+    const bool isPermutation = node.left == node.right;
     std::string lanes;
     for (int i = 0; i < 4; ++i) {
-      lanes += (i == 0 ? "" : ", ") + std::to_string(lower::selected(node.tag, i));
+      const int right = isPermutation || i < 2 ? 0 : 4; // lanes of the right one are numbered behind those of the left
+      lanes += (i == 0 ? "" : ", ") + std::to_string(right + lower::selected(node.tag, i));
     }
-    return node.left == node.right ? "permute<" + lanes + ">(" + name(node.left) + ")"
-                                   : "shuffle<" + lanes + ">(" + operands;
+    return isPermutation ? "permute<" + lanes + ">(" + name(node.left) + ")" : "shuffle<" + lanes + ">(" + operands;
   }
 
   std::string constant(const graph::Lanes& lanes) {

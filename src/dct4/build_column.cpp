@@ -1,6 +1,7 @@
 // The column stage of a plan and its loop.
 #include "build.hpp"
 #include "factor.hpp"
+#include "kernel/vector.hpp"
 
 namespace tfmgen::dct4 {
 namespace {

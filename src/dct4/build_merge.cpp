@@ -1,6 +1,7 @@
 // The merge stage of a plan and its loop, which holds the merge table.
 #include "build.hpp"
 #include "factor.hpp"
+#include "kernel/vector.hpp"
 #include "tables.hpp"
 
 namespace tfmgen::dct4 {

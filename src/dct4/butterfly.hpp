@@ -4,8 +4,8 @@
 #pragma once
 
 #include "constants.hpp"
+#include "kernel/access.hpp"
 #include "kernel/unroll.hpp"
-#include "lanes.hpp"
 
 namespace tfmgen::dct4 {
 
@@ -21,15 +21,15 @@ struct Complex {
 
 // cos and sin of pi numerator / denominator as constants of the value type.
 template <class V, int numerator, int denominator>
-TFMGEN_INLINE Complex<V> unitRoot() {
-  constexpr auto c = static_cast<ValueSample<V>>(cosPi(numerator, denominator));
-  constexpr auto s = static_cast<ValueSample<V>>(sinPi(numerator, denominator));
-  return {repeat<V>(c), repeat<V>(s)};
+TFMGEN_INLINE inline Complex<V> unitRoot() {
+  constexpr auto c = static_cast<Element<V>>(cosPi(numerator, denominator));
+  constexpr auto s = static_cast<Element<V>>(sinPi(numerator, denominator));
+  return {broadcast<V>(c), broadcast<V>(s)};
 }
 
 // z times a complex number of modulus 1: four multiplications, two additions.
 template <class V>
-TFMGEN_INLINE Complex<V> rotate(Complex<V> z, Complex<V> root) {
+TFMGEN_INLINE inline Complex<V> rotate(Complex<V> z, Complex<V> root) {
   return {z.re * root.re - z.im * root.im, z.re * root.im + z.im * root.re};
 }
 
@@ -49,7 +49,7 @@ struct Pair {
 
 // a + b and a - b.
 template <Conjugate conjugate, class V>
-TFMGEN_INLINE Pair<V> butterfly(Complex<V> a, Complex<V> b) {
+TFMGEN_INLINE inline Pair<V> butterfly(Complex<V> a, Complex<V> b) {
   if constexpr (conjugate == Conjugate::secondHalfIn) {
     return {{a.re + b.re, a.im - b.im}, {a.re - b.re, a.im + b.im}};
   } else if constexpr (conjugate == Conjugate::secondHalfOut) {
@@ -61,7 +61,7 @@ TFMGEN_INLINE Pair<V> butterfly(Complex<V> a, Complex<V> b) {
 
 // a + i b and a - i b.
 template <Conjugate conjugate, class V>
-TFMGEN_INLINE Pair<V> quarterButterfly(Complex<V> a, Complex<V> b) {
+TFMGEN_INLINE inline Pair<V> quarterButterfly(Complex<V> a, Complex<V> b) {
   static_assert(conjugate != Conjugate::secondHalfIn);
   if constexpr (conjugate == Conjugate::secondHalfOut) {
     return {{a.re - b.im, a.im + b.re}, {a.re + b.im, b.re - a.im}};
@@ -72,7 +72,7 @@ TFMGEN_INLINE Pair<V> quarterButterfly(Complex<V> a, Complex<V> b) {
 
 // z e(pi/4): the two products by cos(pi/4) come last.
 template <class V>
-TFMGEN_INLINE Complex<V> rotateEighth(Complex<V> z) {
+TFMGEN_INLINE inline Complex<V> rotateEighth(Complex<V> z) {
   const V r = unitRoot<V, 1, 4>().re;
   return {(z.re - z.im) * r, (z.re + z.im) * r};
 }
@@ -80,7 +80,7 @@ TFMGEN_INLINE Complex<V> rotateEighth(Complex<V> z) {
 // The transform sum over k of e(2 pi k l / g) z(k), l = 0 .. g-1, of length g = 2, 4 or 8. in(at<k>) gives input k,
 // asked for once and when it is needed; out(at<l>, value) takes result l.
 template <int g, Conjugate conjugate, class In, class Out>
-TFMGEN_INLINE void shortTransform(const In& in, const Out& out) {
+TFMGEN_INLINE inline void shortTransform(const In& in, const Out& out) {
   constexpr Conjugate first = conjugate == Conjugate::secondHalfIn ? conjugate : Conjugate::none;
   constexpr Conjugate last = conjugate == Conjugate::secondHalfOut ? conjugate : Conjugate::none;
   if constexpr (g == 2) {
@@ -104,14 +104,14 @@ TFMGEN_INLINE void shortTransform(const In& in, const Out& out) {
     using Value = decltype(in(at<0>));
     Value even[4];
     Value odd[4];
-    const auto transformHalf = [&](auto parity, Value* half) TFMGEN_LAMBDA {
-      shortTransform<4, Conjugate::none>([&](auto k) TFMGEN_LAMBDA { return in(at<2 * k + parity>); },
-                                         [&](auto l, const Value& z) TFMGEN_LAMBDA { half[l] = z; });
+    const auto transformHalf = [&](auto parity, Value* half) TFMGEN_INLINE {
+      shortTransform<4, Conjugate::none>([&](auto k) TFMGEN_INLINE { return in(at<2 * k + parity>); },
+                                         [&](auto l, const Value& z) TFMGEN_INLINE { half[l] = z; });
     };
     transformHalf(at<0>, even);
     transformHalf(at<1>, odd);
     // e(2 pi l / 8) of the odd half is 1, e(pi/4), i, i e(pi/4).
-    const auto finish = [&](auto l, const auto& pair) TFMGEN_LAMBDA {
+    const auto finish = [&](auto l, const auto& pair) TFMGEN_INLINE {
       out(l, pair.sum);
       out(at<l + 4>, pair.difference);
     };

@@ -6,8 +6,8 @@ namespace tfmgen::dct4 {
 
 template <class T, int N>
 TfmStatus codelet(const T* src, T* dst) {
-  codeletKernel<N, T>([=](auto m) TFMGEN_LAMBDA { return loadSample(src + m); },
-                      [=](auto m, T value) TFMGEN_LAMBDA { storeSample(dst + m, value); });
+  codeletKernel<N, T>([=](auto m) TFMGEN_INLINE { return loadElement(src + m); },
+                      [=](auto m, T value) TFMGEN_INLINE { storeElement(dst + m, value); });
   return tfmStsOk;
 }
 

@@ -6,17 +6,18 @@ namespace tfmgen::dct4 {
 namespace {
 
 template <class T, int n>
-TFMGEN_INLINE void transformGroup(const T* up, const T* down, std::ptrdiff_t stride, T* out, std::ptrdiff_t rowStride) {
-  const auto sample = [=](auto t) TFMGEN_LAMBDA {
+TFMGEN_INLINE inline void transformGroup(const T* up, const T* down, std::ptrdiff_t stride, T* out,
+                                         std::ptrdiff_t rowStride) {
+  const auto sample = [=](auto t) TFMGEN_INLINE {
     if constexpr (2 * t < n) {
-      return Lanes<T>::gather(up + t * stride, 1);
+      return gather<Vector<T>>(up + t * stride, 1);
     } else {
-      return Lanes<T>::gather(down - t * stride, -1);
+      return gather<Vector<T>>(down - t * stride, -1);
     }
   };
-  oddTransform<n, Lanes<T>>(sample, [=](auto i, const Complex<Lanes<T>>& z) TFMGEN_LAMBDA {
-    z.re.store(out + 2 * i * rowStride);
-    z.im.store(out + (2 * i + 1) * rowStride);
+  oddTransform<n, Vector<T>>(sample, [=](auto i, const Complex<Vector<T>>& z) TFMGEN_INLINE {
+    storeAligned(out + 2 * i * rowStride, z.re);
+    storeAligned(out + (2 * i + 1) * rowStride, z.im);
   });
 }
 

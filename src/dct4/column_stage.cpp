@@ -1,6 +1,7 @@
 // The column stage: all columns by their kernel, or by splits where they are too long for one. A long column is
 // finished for one group before the next group starts.
 #include "factor.hpp"
+#include "kernel/vector.hpp"
 #include "stages.hpp"
 
 namespace tfmgen::dct4 {

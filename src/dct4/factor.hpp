@@ -46,8 +46,4 @@ constexpr std::int32_t mirrorOf(std::int32_t length) {
   return static_cast<std::int32_t>(2U * static_cast<std::uint32_t>(length) - 1U);
 }
 
-// Samples of a 128-bit vector.
-template <class T>
-inline constexpr std::int32_t kLanes = 16 / static_cast<std::int32_t>(sizeof(T));
-
 } // namespace tfmgen::dct4

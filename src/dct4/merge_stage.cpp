@@ -8,18 +8,18 @@ namespace tfmgen::dct4 {
 namespace {
 
 template <class T, int f>
-TFMGEN_INLINE void mergeBlock(const T* work, const T* table, T* up, T* down, std::ptrdiff_t n) {
-  using Vector = Lanes<T>;
-  const auto rotated = [=](auto j) TFMGEN_LAMBDA {
+TFMGEN_INLINE inline void mergeBlock(const T* work, const T* table, T* up, T* down, std::ptrdiff_t n) {
+  using V = Vector<T>;
+  const auto rotated = [=](auto j) TFMGEN_INLINE {
     constexpr std::ptrdiff_t entry = 2 * kLanes<T> * mergePosition(f, j);
-    const Complex<Vector> z{Vector::gather(work + j, 2 * f), Vector::gather(work + f + j, 2 * f)};
-    return rotate(z, Complex<Vector>{Vector::load(table + entry), Vector::load(table + entry + kLanes<T>)});
+    const Complex<V> z{gather<V>(work + j, 2 * f), gather<V>(work + f + j, 2 * f)};
+    return rotate(z, Complex<V>{loadAligned<V>(table + entry), loadAligned<V>(table + entry + kLanes<T>)});
   };
-  oddTransposed<2 * f, Vector>(rotated, [=](auto c, const Vector& value) TFMGEN_LAMBDA {
+  oddTransposed<2 * f, V>(rotated, [=](auto c, const V& value) TFMGEN_INLINE {
     if constexpr (c < f) {
-      value.scatter(up + c * n, 1);
+      scatter(up + c * n, 1, value);
     } else {
-      value.scatter(down - c * n, -1);
+      scatter(down - c * n, -1, value);
     }
   });
 }

@@ -18,9 +18,9 @@ constexpr int oddRadix(int n) {
 
 // in(at<t>) gives sample t, for t >= n/2 that is minus g(t); out(at<i>, value) takes row i.
 template <int n, class V, class In, class Out>
-TFMGEN_INLINE void oddTransform(const In& in, const Out& out) {
+TFMGEN_INLINE inline void oddTransform(const In& in, const Out& out) {
   if constexpr (n == 2) {
-    out(at<0>, Complex<V>{in(at<0>), repeat<V>(0) - in(at<1>)});
+    out(at<0>, Complex<V>{in(at<0>), broadcast<V>(0) - in(at<1>)});
   } else if constexpr (n == 4) {
     const V r = unitRoot<V, 1, 4>().re;
     const V g1 = in(at<1>);
@@ -35,19 +35,19 @@ TFMGEN_INLINE void oddTransform(const In& in, const Out& out) {
     constexpr int radix = oddRadix(n);
     constexpr int length = n / radix;
     Complex<V> part[radix][length / 2];
-    unroll<radix>([&](auto s) TFMGEN_LAMBDA {
-      oddTransform<length, V>([&](auto u) TFMGEN_LAMBDA { return in(at<radix * u + s>); },
-                              [&](auto i, const Complex<V>& z) TFMGEN_LAMBDA { part[s][i] = z; });
+    unroll<radix>([&](auto s) TFMGEN_INLINE {
+      oddTransform<length, V>([&](auto u) TFMGEN_INLINE { return in(at<radix * u + s>); },
+                              [&](auto i, const Complex<V>& z) TFMGEN_INLINE { part[s][i] = z; });
     });
-    unroll<length / 2>([&](auto i) TFMGEN_LAMBDA {
-      const auto rotated = [&](auto s) TFMGEN_LAMBDA {
+    unroll<length / 2>([&](auto i) TFMGEN_INLINE {
+      const auto rotated = [&](auto s) TFMGEN_INLINE {
         if constexpr (s == 0) {
           return part[s][i];
         } else {
           return rotate(part[s][i], unitRoot<V, s*(2 * i + 1), n>());
         }
       };
-      shortTransform<radix, Conjugate::secondHalfOut>(rotated, [&](auto l, const Complex<V>& z) TFMGEN_LAMBDA {
+      shortTransform<radix, Conjugate::secondHalfOut>(rotated, [&](auto l, const Complex<V>& z) TFMGEN_INLINE {
         constexpr int row = i + l * length;
         out(at<(2 * row < n ? row : n - 1 - row)>, z);
       });
@@ -70,7 +70,7 @@ constexpr int firstLevelRow(int q) {
 // and the products by cos(pi/4) last. in(at<i>) gives z(i), i < n/2, asked for once; out(at<c>, value) takes h(c) for c
 // < n/2 and minus h(c) from there on.
 template <int n, class V, class In, class Out>
-TFMGEN_INLINE void oddTransposed(const In& in, const Out& out) {
+TFMGEN_INLINE inline void oddTransposed(const In& in, const Out& out) {
   if constexpr (n == 2) {
     const Complex<V> z = in(at<0>);
     out(at<0>, z.re);
@@ -89,13 +89,13 @@ TFMGEN_INLINE void oddTransposed(const In& in, const Out& out) {
     constexpr int radix = oddRadix(n);
     constexpr int length = n / radix;
     Complex<V> part[radix][length / 2];
-    unroll<length / 2>([&](auto q) TFMGEN_LAMBDA {
+    unroll<length / 2>([&](auto q) TFMGEN_INLINE {
       constexpr int i = firstLevelRow<n>(q);
-      const auto row = [&](auto l) TFMGEN_LAMBDA {
+      const auto row = [&](auto l) TFMGEN_INLINE {
         constexpr int index = i + l * length;
         return in(at<(2 * index < n ? index : n - 1 - index)>);
       };
-      shortTransform<radix, Conjugate::secondHalfIn>(row, [&](auto s, const Complex<V>& z) TFMGEN_LAMBDA {
+      shortTransform<radix, Conjugate::secondHalfIn>(row, [&](auto s, const Complex<V>& z) TFMGEN_INLINE {
         if constexpr (s == 0) {
           part[s][i] = z;
         } else {
@@ -103,9 +103,9 @@ TFMGEN_INLINE void oddTransposed(const In& in, const Out& out) {
         }
       });
     });
-    unroll<radix>([&](auto s) TFMGEN_LAMBDA {
-      oddTransposed<length, V>([&](auto i) TFMGEN_LAMBDA { return part[s][i]; },
-                               [&](auto u, const V& value) TFMGEN_LAMBDA { out(at<radix * u + s>, value); });
+    unroll<radix>([&](auto s) TFMGEN_INLINE {
+      oddTransposed<length, V>([&](auto i) TFMGEN_INLINE { return part[s][i]; },
+                               [&](auto u, const V& value) TFMGEN_INLINE { out(at<radix * u + s>, value); });
     });
   }
 }

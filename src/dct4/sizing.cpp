@@ -6,6 +6,7 @@
 
 #include "arena.hpp"
 #include "factor.hpp"
+#include "kernel/vector.hpp"
 #include "list.hpp"
 #include "records.hpp"
 

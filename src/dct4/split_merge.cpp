@@ -16,7 +16,7 @@ constexpr bool inTwoPasses(int g) {
 // Row i of L columns; distances in samples.
 template <class T>
 struct SplitRow {
-  using Value = Complex<Lanes<T>>;
+  using Value = Complex<Vector<T>>;
 
   const T* scratch;          // row i of subsequence 0
   std::ptrdiff_t partStep;   // from one subsequence to the next
@@ -28,51 +28,52 @@ struct SplitRow {
 
   [[nodiscard]] TFMGEN_INLINE Value load(int s) const {
     const T* from = scratch + s * partStep;
-    return {Lanes<T>::load(from), Lanes<T>::load(from + imaginary)};
+    return {loadAligned<Vector<T>>(from), loadAligned<Vector<T>>(from + imaginary)};
   }
 
   // Result l of g, conjugated in the second half.
   template <int g, int l>
   TFMGEN_INLINE void store(const Value& z) const {
     T* to = 2 * l < g ? up + l * resultStep : down - l * resultStep;
-    z.re.store(to);
-    z.im.store(to + rowStride);
+    storeAligned(to, z.re);
+    storeAligned(to + rowStride, z.im);
   }
 };
 
 // z rotated by entry k = 1, 2, .. of a row of the table; z itself for k = 0, which has no entry.
 template <int k, class T>
-TFMGEN_INLINE Complex<Lanes<T>> rotateByTable(const Complex<Lanes<T>>& z, const T* row) {
+TFMGEN_INLINE inline Complex<Vector<T>> rotateByTable(const Complex<Vector<T>>& z, const T* row) {
   if constexpr (k == 0) {
     return z;
   } else {
     const T* entry = row + 2 * kLanes<T> * (k - 1);
-    return rotate(z, {Lanes<T>::load(entry), Lanes<T>::load(entry + kLanes<T>)});
+    return rotate(z, {loadAligned<Vector<T>>(entry), loadAligned<Vector<T>>(entry + kLanes<T>)});
   }
 }
 
 template <int g, class T>
-TFMGEN_INLINE void transformRow(const SplitRow<T>& row, const T* entries) {
+TFMGEN_INLINE inline void transformRow(const SplitRow<T>& row, const T* entries) {
   shortTransform<g, Conjugate::secondHalfOut>(
-      [&](auto s) TFMGEN_LAMBDA { return rotateByTable<s>(row.load(s), entries); },
-      [&](auto l, const auto& z) TFMGEN_LAMBDA { row.template store<g, l>(z); });
+      [&](auto s) TFMGEN_INLINE { return rotateByTable<s>(row.load(s), entries); },
+      [&](auto l, const auto& z) TFMGEN_INLINE { row.template store<g, l>(z); });
 }
 
 // s = k + 4u and l = v + w g/4: length g/4 over u for each k, then length 4 over k for each v.
 template <int g, class T>
-TFMGEN_INLINE void transformRowInTwoPasses(const SplitRow<T>& row, const T* firstEntries, const T* secondEntries) {
+TFMGEN_INLINE inline void transformRowInTwoPasses(const SplitRow<T>& row, const T* firstEntries,
+                                                  const T* secondEntries) {
   constexpr int quarter = g / 4;
-  Complex<Lanes<T>> between[quarter][4];
-  unroll<4>([&](auto k) TFMGEN_LAMBDA {
+  Complex<Vector<T>> between[quarter][4];
+  unroll<4>([&](auto k) TFMGEN_INLINE {
     shortTransform<quarter, Conjugate::none>(
-        [&](auto u) TFMGEN_LAMBDA { return rotateByTable<u>(row.load(k + 4 * u), firstEntries); },
-        [&](auto v, const auto& z) TFMGEN_LAMBDA { between[v][k] = z; });
+        [&](auto u) TFMGEN_INLINE { return rotateByTable<u>(row.load(k + 4 * u), firstEntries); },
+        [&](auto v, const auto& z) TFMGEN_INLINE { between[v][k] = z; });
   });
-  unroll<quarter>([&](auto v) TFMGEN_LAMBDA {
+  unroll<quarter>([&](auto v) TFMGEN_INLINE {
     const T* entries = secondEntries + v * (3 * 2 * kLanes<T>);
     shortTransform<4, Conjugate::secondHalfOut>(
-        [&](auto k) TFMGEN_LAMBDA { return rotateByTable<k>(between[v][k], entries); },
-        [&](auto w, const auto& z) TFMGEN_LAMBDA { row.template store<g, v + quarter * w>(z); });
+        [&](auto k) TFMGEN_INLINE { return rotateByTable<k>(between[v][k], entries); },
+        [&](auto w, const auto& z) TFMGEN_INLINE { row.template store<g, v + quarter * w>(z); });
   });
 }
 

@@ -5,6 +5,7 @@
 #include "tables.hpp"
 
 #include "factor.hpp"
+#include "kernel/vector.hpp"
 #include "merge_order.hpp"
 
 #include <cmath>

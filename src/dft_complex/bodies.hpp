@@ -2,8 +2,7 @@
 #pragma once
 
 #include "frame/enter.hpp"
-#include "kernel/four_lanes.hpp"
-#include "kernel/lanes.hpp"
+#include "kernel/access.hpp"
 
 namespace tfmgen {
 
@@ -25,39 +24,37 @@ template <class SampleType, int n, Direction transformDirection>
 struct Complex {
   using Sample = SampleType;
   using Real = typename RealOf<Sample>::Type;
-  using V = typename Lanes<Real>::Vector;
+  using V = Vector<Real>;
   static constexpr int length = n;
   static constexpr Direction direction = transformDirection;
 
   // For kernels on scalars: every number is loaded once, also where the compiler would rather look again.
-  [[gnu::always_inline]] static Real loadElement(const Real* from) { return opaque(tfmgen::loadElement(from)); }
+  TFMGEN_INLINE static Real loadElement(const Real* from) { return opaque(tfmgen::loadElement(from)); }
 };
 
 template <class Kernel, class Access>
-[[gnu::always_inline]] inline TfmStatus runBody(const typename Kernel::Sample* src, typename Kernel::Sample* dst,
-                                                std::int32_t flag) {
+TFMGEN_INLINE inline TfmStatus runBody(const typename Kernel::Sample* src, typename Kernel::Sample* dst,
+                                       std::int32_t flag) {
   using Real = typename Kernel::Real;
-  return enter<Real, Kernel::length, Kernel::direction>(
-      src, dst, flag, [&](Real scale) __attribute__((always_inline)) {
-        Kernel::template run<Access>(reinterpret_cast<const Real*>(src), reinterpret_cast<Real*>(dst),
-                                     Lanes<Real>::broadcast(scale));
-      });
+  return enter<Real, Kernel::length, Kernel::direction>(src, dst, flag, [&](Real scale) TFMGEN_INLINE {
+    Kernel::template run<Access>(reinterpret_cast<const Real*>(src), reinterpret_cast<Real*>(dst),
+                                 broadcast<Vector<Real>>(scale));
+  });
 }
 
 // A kernel on scalars, which any address suits.
 template <class Kernel>
-[[gnu::always_inline]] inline TfmStatus oneBody(const typename Kernel::Sample* src, typename Kernel::Sample* dst,
-                                                std::int32_t flag) {
+TFMGEN_INLINE inline TfmStatus oneBody(const typename Kernel::Sample* src, typename Kernel::Sample* dst,
+                                       std::int32_t flag) {
   using Real = typename Kernel::Real;
-  return enter<Real, Kernel::length, Kernel::direction>(
-      src, dst, flag, [&](Real scale) __attribute__((always_inline)) {
-        Kernel::run(reinterpret_cast<const Real*>(src), reinterpret_cast<Real*>(dst), scale);
-      });
+  return enter<Real, Kernel::length, Kernel::direction>(src, dst, flag, [&](Real scale) TFMGEN_INLINE {
+    Kernel::run(reinterpret_cast<const Real*>(src), reinterpret_cast<Real*>(dst), scale);
+  });
 }
 
 template <class Kernel>
-[[gnu::always_inline]] inline TfmStatus bodiesInOneFunction(const typename Kernel::Sample* src,
-                                                            typename Kernel::Sample* dst, std::int32_t flag) {
+TFMGEN_INLINE inline TfmStatus bodiesInOneFunction(const typename Kernel::Sample* src, typename Kernel::Sample* dst,
+                                                   std::int32_t flag) {
   return bothAligned(src, dst) ? runBody<Kernel, Aligned>(src, dst, flag) : runBody<Kernel, Unaligned>(src, dst, flag);
 }
 
@@ -68,14 +65,17 @@ template <class Kernel>
 }
 
 template <class Kernel>
-[[gnu::always_inline]] inline TfmStatus bodiesInTwoFunctions(const typename Kernel::Sample* src,
-                                                             typename Kernel::Sample* dst, std::int32_t flag) {
+TFMGEN_INLINE inline TfmStatus bodiesInTwoFunctions(const typename Kernel::Sample* src, typename Kernel::Sample* dst,
+                                                    std::int32_t flag) {
   return bothAligned(src, dst) ? runBody<Kernel, Aligned>(src, dst, flag) : unalignedBody<Kernel>(src, dst, flag);
 }
 
-// i * v for one complex number in the two lanes: swapped, the real part negated.
-[[gnu::always_inline]] inline __m128d timesI(__m128d v) {
-  return _mm_xor_pd(_mm_shuffle_pd(v, v, 1), __m128d{-0.0, 0.0});
+// i * v for pairs of a real and an imaginary part: swapped, the real part negated.
+template <class V>
+TFMGEN_INLINE inline V timesI(V v) {
+  return withIndices<kLanesOf<V>>([&](auto... i) TFMGEN_INLINE {
+    return flipSigns(shuffle<(i ^ 1)...>(v, v), V{(i % 2 == 0 ? Element<V>(-0.0) : Element<V>(0))...});
+  });
 }
 
 } // namespace tfmgen

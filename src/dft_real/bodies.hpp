@@ -2,7 +2,7 @@
 #pragma once
 
 #include "frame/enter.hpp"
-#include "kernel/lanes.hpp"
+#include "kernel/access.hpp"
 
 namespace tfmgen {
 
@@ -24,7 +24,7 @@ struct Ccs {
   static constexpr int im(int k) { return 2 * k + 1; }
 
   template <class T>
-  [[gnu::always_inline]] static void storeZeros(T* y) {
+  TFMGEN_INLINE static void storeZeros(T* y) {
     storeElement(y + im(0), T(0));
     if constexpr (n % 2 == 0) {
       storeElement(y + im(n / 2), T(0));
@@ -39,7 +39,7 @@ struct Pack {
   static constexpr int im(int k) { return 2 * k; }
 
   template <class T>
-  [[gnu::always_inline]] static void storeZeros(T* /*y*/) {}
+  TFMGEN_INLINE static void storeZeros(T* /*y*/) {}
 };
 
 // As Pack for odd n; for even n, bin n/2 comes behind bin 0 and the pairs start at even elements.
@@ -55,10 +55,9 @@ requires(n % 2 == 0) struct Perm<n> : Pack<n> {
 struct NoSpectrum {};
 
 template <class Kernel, class Spectrum, class T>
-[[gnu::always_inline]] inline TfmStatus runReal(const T* src, T* dst, std::int32_t flag) {
+TFMGEN_INLINE inline TfmStatus runReal(const T* src, T* dst, std::int32_t flag) {
   return enter<T, Kernel::length, Kernel::direction>(
-      src, dst,
-      flag, [&](T scale) __attribute__((always_inline)) { Kernel::template run<T, Spectrum>(src, dst, scale); });
+      src, dst, flag, [&](T scale) TFMGEN_INLINE { Kernel::template run<T, Spectrum>(src, dst, scale); });
 }
 
 } // namespace tfmgen

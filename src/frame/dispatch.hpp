@@ -1,6 +1,7 @@
 // General entries: one range test, one indexed jump.
 #pragma once
 
+#include "kernel/inline.hpp"
 #include "tfmgen.h"
 
 #include <cstddef>
@@ -11,8 +12,7 @@ namespace tfmgen {
 // Hands the call over to table[size - first]; the status is that of the routine jumped to. `size` goes where the
 // routine of one size has no argument, so the remaining arguments are passed on as they stand.
 template <std::int32_t first, class Entry, std::size_t count, class... Arguments>
-[[gnu::always_inline]] inline TfmStatus dispatch(Entry* const (&table)[count], std::int32_t size,
-                                                 Arguments... arguments) {
+TFMGEN_INLINE inline TfmStatus dispatch(Entry* const (&table)[count], std::int32_t size, Arguments... arguments) {
   const auto index = static_cast<std::uint32_t>(size) - static_cast<std::uint32_t>(first);
   if (index >= count) {
     return tfmStsBadSize;

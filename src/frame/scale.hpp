@@ -2,6 +2,7 @@
 // root happens at run time.
 #pragma once
 
+#include "kernel/inline.hpp"
 #include "tfmgen.h"
 
 #include <cstdint>
@@ -45,7 +46,7 @@ inline constexpr Real kReciprocalRoot = static_cast<Real>(1.0 / nearestSquareRoo
 // Stores the factor for `flag` in `scale`; false when the flag is none of the four. Plain comparisons, one value after
 // the other: an index into a table of factors would be a load that depends on the caller's flag.
 template <class Real, int N, Direction direction>
-[[gnu::always_inline]] inline bool selectScale(std::int32_t flag, Real& scale) {
+TFMGEN_INLINE inline bool selectScale(std::int32_t flag, Real& scale) {
   constexpr bool forwardDivides = direction != Direction::inverse;
   constexpr bool inverseDivides = direction != Direction::forward;
   if (flag == TFM_NO_DIV) {

@@ -1,6 +1,8 @@
 // Loops that are gone before the compiler chooses registers: every index is a constant.
 #pragma once
 
+#include "inline.hpp"
+
 #include <type_traits>
 #include <utility>
 
@@ -9,13 +11,19 @@ namespace tfmgen {
 template <int index>
 using Index = std::integral_constant<int, index>;
 
-// Runs step(Index<0>{}), step(Index<1>{}), ... step(Index<count - 1>{}).
-template <int count, class Step>
-[[gnu::always_inline]] inline void unroll(const Step& step) {
-  [&]<int... index>(std::integer_sequence<int, index...>) __attribute__((always_inline)) {
-    (step(Index<index>{}), ...);
+// use(Index<0>{}, Index<1>{}, ... Index<count - 1>{}).
+template <int count, class Use>
+TFMGEN_INLINE inline constexpr auto withIndices(const Use& use) {
+  return [&]<int... index>(std::integer_sequence<int, index...>) TFMGEN_INLINE {
+    return use(Index<index>{}...);
   }
   (std::make_integer_sequence<int, count>{});
+}
+
+// Runs step(Index<0>{}), step(Index<1>{}), ... step(Index<count - 1>{}).
+template <int count, class Step>
+TFMGEN_INLINE inline void unroll(const Step& step) {
+  withIndices<count>([&](auto... index) TFMGEN_INLINE { (step(index), ...); });
 }
 
 } // namespace tfmgen

@@ -10,7 +10,7 @@ namespace tfmgen::wht {
 
 // One step of the transform: the element whose index bit is clear becomes the sum, the other one the difference.
 template <class Value>
-[[gnu::always_inline]] inline void butterfly(Value& clear, Value& set) {
+TFMGEN_INLINE inline void butterfly(Value& clear, Value& set) {
   const Value difference = clear - set;
   clear = clear + set;
   set = difference;
@@ -20,16 +20,16 @@ template <class Value>
 // Depth first: one part is finished before the next one begins, so that few values are in work at a time, and the last
 // two stages are taken together. Each value goes to sink(Index<number>, value) right behind its last stage.
 template <int bits, int stride, int first, class Value, std::size_t count, class Sink>
-[[gnu::always_inline]] inline void butterflies(std::array<Value, count>& values, const Sink& sink) {
+TFMGEN_INLINE inline void butterflies(std::array<Value, count>& values, const Sink& sink) {
   if constexpr (bits == 0) {
     sink(Index<first>{}, values[first]);
   } else {
     constexpr int lastBits = bits < 3 ? 1 : 2;
     constexpr int part = stride << (bits - lastBits);
-    unroll<1 << lastBits>([&](auto k) __attribute__((always_inline)) {
+    unroll<1 << lastBits>([&](auto k) TFMGEN_INLINE {
       butterflies<bits - lastBits, stride, first + k * part>(values, [](auto, const Value&) {});
     });
-    unroll<1 << (bits - lastBits)>([&](auto k) __attribute__((always_inline)) {
+    unroll<1 << (bits - lastBits)>([&](auto k) TFMGEN_INLINE {
       constexpr int clear = first + k * stride;
       if constexpr (lastBits == 1) {
         butterfly(values[clear], values[clear + part]);

@@ -12,22 +12,21 @@ enum class Bodies { one, inlined, separate };
 
 template <class Real>
 constexpr Bodies bodiesOf(int order) {
-  const int vectors = (1 << order) / Lanes<Real>::width;
-  if (order < 3 || vectors < Lanes<Real>::width) {
+  const int vectors = (1 << order) / kLanes<Real>;
+  if (order < 3 || vectors < kLanes<Real>) {
     return Bodies::one;
   }
   return order == 3 ? Bodies::inlined : Bodies::separate;
 }
 
 template <class Access, int order, class Real>
-[[gnu::always_inline]] inline void transform(const Real* src, Real* dst, Real scale, std::uint8_t* buffer) {
+TFMGEN_INLINE inline void transform(const Real* src, Real* dst, Real scale, std::uint8_t* buffer) {
   if constexpr (bodiesOf<Real>(order) == Bodies::one) {
     transformElements<order>(src, dst, scale);
   } else if constexpr (order <= kMaxRowOrder) {
-    const auto scales = Lanes<Real>::broadcast(scale);
-    transformRow<Access, order>(
-        src, [&](auto k, auto v)
-                 __attribute__((always_inline)) { Access::store(dst + k * Lanes<Real>::width, v * scales); });
+    const auto scales = broadcast<Vector<Real>>(scale);
+    transformRow<Access, order>(src, [&](auto k, auto v)
+                                         TFMGEN_INLINE { Access::store(dst + k * kLanes<Real>, v * scales); });
   } else {
     void* const work = buffer != nullptr ? buffer : tfmMalloc(bufferSize<Real>(order));
     transformByPasses<Access, order>(src, dst, scale, static_cast<Real*>(work));
@@ -38,10 +37,9 @@ template <class Access, int order, class Real>
 }
 
 template <class Access, int order, class Real>
-[[gnu::always_inline]] inline TfmStatus run(const Real* src, Real* dst, std::int32_t flag, std::uint8_t* buffer) {
+TFMGEN_INLINE inline TfmStatus run(const Real* src, Real* dst, std::int32_t flag, std::uint8_t* buffer) {
   return enter<Real, 1 << order, Direction::none>(
-      src, dst,
-      flag, [&](Real scale) __attribute__((always_inline)) { transform<Access, order>(src, dst, scale, buffer); });
+      src, dst, flag, [&](Real scale) TFMGEN_INLINE { transform<Access, order>(src, dst, scale, buffer); });
 }
 
 template <int order, class Real>
@@ -50,7 +48,7 @@ template <int order, class Real>
 }
 
 template <int order, class Real>
-[[gnu::always_inline]] inline TfmStatus entry(const Real* src, Real* dst, std::int32_t flag, std::uint8_t* buffer) {
+TFMGEN_INLINE inline TfmStatus entry(const Real* src, Real* dst, std::int32_t flag, std::uint8_t* buffer) {
   constexpr Bodies bodies = bodiesOf<Real>(order);
   if constexpr (bodies == Bodies::one) {
     return run<Unaligned, order>(src, dst, flag, buffer);

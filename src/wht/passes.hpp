@@ -42,34 +42,30 @@ constexpr std::int32_t bufferSize(int order) {
 
 // Transforms `rows` rows of 2^bits elements from `src` on, in rising order, to the same places of `dst`.
 template <class Access, int bits, int rows, class Real>
-[[gnu::always_inline]] inline void rowPass(const Real* src, Real* dst) {
+TFMGEN_INLINE inline void rowPass(const Real* src, Real* dst) {
 #pragma GCC unroll 1
   for (int offset = 0; offset < rows << bits; offset += 1 << bits) {
-    transformRow<Access, bits>(
-        src + offset, [&](auto k, auto v)
-                          __attribute__((always_inline)) { Aligned::store(dst + offset + k * Lanes<Real>::width, v); });
+    transformRow<Access, bits>(src + offset, [&](auto k, auto v)
+                                                 TFMGEN_INLINE { Aligned::store(dst + offset + k * kLanes<Real>, v); });
   }
 }
 
 // The stages on `bits` index bits from bit log2(distance) on, one column of vectors after the other: position k of a
 // column is k * distance elements behind its first. Results go through sink(address in dst, vector).
 template <int bits, int distance, class Real, class Sink>
-[[gnu::always_inline]] inline void columnPass(const Real* src, Real* dst, const Sink& sink) {
-  using L = Lanes<Real>;
+TFMGEN_INLINE inline void columnPass(const Real* src, Real* dst, const Sink& sink) {
 #pragma GCC unroll 1
-  for (int offset = 0; offset < distance; offset += L::width) {
-    std::array<typename L::Vector, 1 << bits> column;
-    unroll<1 << bits>([&](auto k)
-                          __attribute__((always_inline)) { column[k] = Aligned::load(src + offset + k * distance); });
-    butterflies<bits, 1, 0>(
-        column, [&](auto k, auto v) __attribute__((always_inline)) { sink(dst + offset + k * distance, v); });
+  for (int offset = 0; offset < distance; offset += kLanes<Real>) {
+    std::array<Vector<Real>, 1 << bits> column;
+    unroll<1 << bits>([&](auto k) TFMGEN_INLINE { column[k] = Aligned::load(src + offset + k * distance); });
+    butterflies<bits, 1, 0>(column, [&](auto k, auto v) TFMGEN_INLINE { sink(dst + offset + k * distance, v); });
   }
 }
 
 // The whole transform of order 8 to 13 through `buffer`, which has bufferSize<Real>(order) bytes and is aligned to 16.
 // `src` has been read to its end before the first store to `dst`.
 template <class Access, int order, class Real>
-[[gnu::always_inline]] inline void transformByPasses(const Real* src, Real* dst, Real scale, Real* buffer) {
+TFMGEN_INLINE inline void transformByPasses(const Real* src, Real* dst, Real scale, Real* buffer) {
   constexpr Schedule s = scheduleOf<Real>(order);
   constexpr int block = 1 << (s.rowBits + s.blockBits);
   constexpr int rows = 1 << s.blockBits;
@@ -80,13 +76,12 @@ template <class Access, int order, class Real>
 #pragma GCC unroll 1
     for (int offset = 0; offset < 1 << order; offset += block) {
       rowPass<Access, s.rowBits, rows>(src + offset, staging);
-      columnPass<s.blockBits, 1 << s.rowBits>(
-          staging, buffer + offset, [](Real * to, auto v) __attribute__((always_inline)) { Aligned::store(to, v); });
+      columnPass<s.blockBits, 1 << s.rowBits>(staging, buffer + offset,
+                                              [](Real* to, auto v) TFMGEN_INLINE { Aligned::store(to, v); });
     }
   }
-  const auto scales = Lanes<Real>::broadcast(scale);
-  columnPass<s.columnBits, block>(
-      buffer, dst, [&](Real * to, auto v) __attribute__((always_inline)) { Access::store(to, v * scales); });
+  const auto scales = broadcast<Vector<Real>>(scale);
+  columnPass<s.columnBits, block>(buffer, dst, [&](Real* to, auto v) TFMGEN_INLINE { Access::store(to, v * scales); });
 }
 
 } // namespace tfmgen::wht

@@ -1,16 +1,21 @@
 // Transforms of 2 to 128 consecutive samples as one straight line of arithmetic, without a scale.
 #pragma once
 
-#include "kernel/lanes.hpp"
+#include "kernel/access.hpp"
 #include "wht/butterfly.hpp"
 
 #include <array>
+#include <bit>
 
 namespace tfmgen::wht {
 
+// Index bits that lie inside a vector.
+template <class Real>
+inline constexpr int kLaneBits = std::bit_width(static_cast<unsigned>(kLanes<Real>)) - 1;
+
 // Up to this order a row has its vectors in registers all the time; beyond, it is made of rows of lower order.
 template <class Real>
-inline constexpr int kRegisterOrder = Lanes<Real>::bits + 3;
+inline constexpr int kRegisterOrder = kLaneBits<Real> + 3;
 
 // Index bits of a row of `order` that its last group of stages takes, over columns of 2^bits vectors.
 template <class Real>
@@ -18,51 +23,60 @@ constexpr int lastGroupBits(int order) {
   return order - kRegisterOrder<Real> < 2 ? 1 : 2;
 }
 
+// As many consecutive vectors as a vector has lanes, transposed: vector i holds the elements whose index within their
+// row of lanes is i. Doubles that are loaded one by one are transposed by the loads themselves, lower address first.
+template <class Access, class Real>
+TFMGEN_INLINE inline std::array<Vector<Real>, kLanes<Real>> loadTransposed(const Real* from) {
+  if constexpr (std::is_same_v<Access, Unaligned> && kLanes<Real> == 2) {
+    const auto even = loadLow(from);
+    const auto odd = loadLow(from + 1);
+    return {loadHigh(even, from + 2), loadHigh(odd, from + 3)};
+  } else {
+    std::array<Vector<Real>, kLanes<Real>> rows;
+    unroll<kLanes<Real>>([&](auto row) TFMGEN_INLINE { rows[row] = Access::load(from + row * kLanes<Real>); });
+    transpose(rows);
+    return rows;
+  }
+}
+
 // The stages on the index bits inside a vector, on as many vectors as there are lanes: transposed, these bits number
 // the registers, and the stages run on all rows at once. Natural order before and after.
 template <class Access, class Real, int first, std::size_t count>
-[[gnu::always_inline]] inline void laneStages(const Real* src,
-                                              std::array<typename Lanes<Real>::Vector, count>& vectors) {
-  using L = Lanes<Real>;
-  auto columns = loadTransposed<Access>(src + first * L::width);
-  butterflies<L::bits, 1, 0>(columns, [](auto, const auto&) {});
-  L::transpose(columns);
-  unroll<L::width>([&](auto k) __attribute__((always_inline)) { vectors[first + k] = columns[k]; });
+TFMGEN_INLINE inline void laneStages(const Real* src, std::array<Vector<Real>, count>& vectors) {
+  auto columns = loadTransposed<Access>(src + first * kLanes<Real>);
+  butterflies<kLaneBits<Real>, 1, 0>(columns, [](auto, const auto&) {});
+  transpose(columns);
+  unroll<kLanes<Real>>([&](auto k) TFMGEN_INLINE { vectors[first + k] = columns[k]; });
 }
 
 // Transforms the 2^order samples from `src` on, with 2^order a multiple of the square of the lanes. Vector k of the
 // result goes to sink(Index<k>, vector).
 template <class Access, int order, class Real, class Sink>
-[[gnu::always_inline]] inline void transformRow(const Real* src, const Sink& sink) {
-  using L = Lanes<Real>;
-  constexpr int count = (1 << order) / L::width;
-  std::array<typename L::Vector, count> vectors;
+TFMGEN_INLINE inline void transformRow(const Real* src, const Sink& sink) {
+  constexpr int count = (1 << order) / kLanes<Real>;
+  std::array<Vector<Real>, count> vectors;
   if constexpr (order <= kRegisterOrder<Real>) {
-    unroll<count / L::width>([&](auto block) __attribute__((always_inline)) {
-      laneStages<Access, Real, block * L::width>(src, vectors);
-    });
-    butterflies<order - L::bits, 1, 0>(vectors, sink);
+    unroll<count / kLanes<Real>>([&](auto block)
+                                     TFMGEN_INLINE { laneStages<Access, Real, block * kLanes<Real>>(src, vectors); });
+    butterflies<order - kLaneBits<Real>, 1, 0>(vectors, sink);
   } else {
     constexpr int bits = lastGroupBits<Real>(order);
     constexpr int runs = 1 << bits;
     constexpr int columns = count / runs;
-    unroll<runs>([&](auto run) __attribute__((always_inline)) {
-      transformRow<Access, order - bits>(
-          src + run * columns * L::width, [&](auto k, auto v)
-                                              __attribute__((always_inline)) { vectors[run * columns + k] = v; });
+    unroll<runs>([&](auto run) TFMGEN_INLINE {
+      transformRow<Access, order - bits>(src + run * columns * kLanes<Real>,
+                                         [&](auto k, auto v) TFMGEN_INLINE { vectors[run * columns + k] = v; });
     });
-    unroll<columns>([&](auto column)
-                        __attribute__((always_inline)) { butterflies<bits, columns, column>(vectors, sink); });
+    unroll<columns>([&](auto column) TFMGEN_INLINE { butterflies<bits, columns, column>(vectors, sink); });
   }
 }
 
 // Transforms and stores single elements, for orders too low to fill vectors.
 template <int order, class Real>
-[[gnu::always_inline]] inline void transformElements(const Real* src, Real* dst, Real scale) {
+TFMGEN_INLINE inline void transformElements(const Real* src, Real* dst, Real scale) {
   std::array<Real, 1 << order> x;
-  unroll<1 << order>([&](auto k) __attribute__((always_inline)) { x[k] = loadElement(src + k); });
-  butterflies<order, 1, 0>(
-      x, [&](auto k, Real v) __attribute__((always_inline)) { storeElement(dst + k, v * scale); });
+  unroll<1 << order>([&](auto k) TFMGEN_INLINE { x[k] = loadElement(src + k); });
+  butterflies<order, 1, 0>(x, [&](auto k, Real v) TFMGEN_INLINE { storeElement(dst + k, v * scale); });
 }
 
 } // namespace tfmgen::wht

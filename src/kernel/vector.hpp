@@ -1,0 +1,176 @@
+// Vectors of floats or doubles. Sums, differences, products and negations are the operators of the language, lane by
+// lane, each rounded once; here are the type and the moves between lanes, for every width.
+//
+// Lanes are moved within vectors of any width, but only widths that the compiler was told of are registers: 16 bytes
+// always, 32 with AVX, 64 with AVX-512.
+#pragma once
+
+#include "unroll.hpp"
+
+#include <cstdint>
+#include <type_traits>
+
+namespace tfmgen {
+
+inline constexpr int kBlockBytes =
+    16; // of the vectors that every processor has, and the reach of cheap moves in longer ones
+
+template <class Real, int bytes>
+struct VectorOf {
+  using Type [[gnu::vector_size(bytes)]] = Real;
+};
+
+// `bytes` bytes of Real: 16, 32 or 64.
+template <class Real, int bytes = kBlockBytes>
+using Vector = typename VectorOf<Real, bytes>::Type;
+
+template <class Real, int bytes = kBlockBytes>
+inline constexpr int kLanes = bytes / static_cast<int>(sizeof(Real));
+
+template <class Value>
+struct ElementOf {
+  using Type = std::remove_cvref_t<decltype(Value{}[0])>;
+};
+template <class Value>
+requires std::is_floating_point_v<Value>
+struct ElementOf<Value> {
+  using Type = Value;
+};
+
+// What the lanes of a vector hold; of a scalar, the scalar itself.
+template <class Value>
+using Element = typename ElementOf<Value>::Type;
+
+// The lanes of a vector type.
+template <class V>
+inline constexpr int kLanesOf = kLanes<Element<V>, sizeof(V)>;
+
+// x in every lane of a vector; of a scalar, x.
+template <class Value>
+TFMGEN_INLINE inline Value broadcast(Element<Value> x) {
+  if constexpr (std::is_same_v<Value, Element<Value>>) {
+    return x;
+  } else {
+    return withIndices<kLanesOf<Value>>([&](auto... lane) TFMGEN_INLINE { return Value{(void(lane), x)...}; });
+  }
+}
+
+// The same bits as another type.
+template <class To, class From>
+TFMGEN_INLINE inline To bitCast(From v) {
+  static_assert(sizeof(To) == sizeof(From));
+  return __builtin_bit_cast(To, v);
+}
+
+// Whole numbers as wide as the lanes of V.
+template <class V>
+using Bits = Vector<std::conditional_t<sizeof(Element<V>) == 4, std::int32_t, std::int64_t>, sizeof(V)>;
+
+// Every lane as a number of another type, rounded to nearest: floats to as many doubles and back.
+template <class Real, class V>
+TFMGEN_INLINE inline auto convert(V v) {
+  return __builtin_convertvector(v, Vector<Real, kLanesOf<V>* static_cast<int>(sizeof(Real))>);
+}
+
+// Changes the sign of the lanes where `signs` has -0, keeps it where `signs` has +0.
+template <class V>
+TFMGEN_INLINE inline V flipSigns(V v, V signs) {
+  return bitCast<V>(bitCast<Bits<V>>(v) ^ bitCast<Bits<V>>(signs));
+}
+
+// ---- Moves
+
+// Lanes of a, from 0 on, and of b, numbered behind them, in any order; as many as wanted.
+template <int... lane, class V>
+TFMGEN_INLINE inline auto shuffle(V a, V b) {
+  return __builtin_shufflevector(a, b, lane...);
+}
+
+// Lanes of one vector. The instruction for whole numbers needs no copy of its operand.
+template <int... lane, class V>
+TFMGEN_INLINE inline V permute(V v) {
+  const auto bits = bitCast<Bits<V>>(v);
+  return bitCast<V>(__builtin_shufflevector(bits, bits, lane...));
+}
+
+// The lower lanes of a and b in turn, in every block of 16 bytes.
+template <class V>
+TFMGEN_INLINE inline V unpackLow(V a, V b) {
+  constexpr int block = kLanes<Element<V>>;
+  return withIndices<kLanesOf<V>>([&](auto... i) TFMGEN_INLINE {
+    return shuffle<(i % 2 * kLanesOf<V> + i / block * block + i % block / 2)...>(a, b);
+  });
+}
+
+// The upper lanes of a and b in turn, in every block of 16 bytes.
+template <class V>
+TFMGEN_INLINE inline V unpackHigh(V a, V b) {
+  constexpr int block = kLanes<Element<V>>;
+  return withIndices<kLanesOf<V>>([&](auto... i) TFMGEN_INLINE {
+    return shuffle<(i % 2 * kLanesOf<V> + i / block * block + (block + i % block) / 2)...>(a, b);
+  });
+}
+
+// The halves of a vector, and a vector of two halves.
+template <class V>
+TFMGEN_INLINE inline auto lowHalf(V v) {
+  return withIndices<kLanesOf<V> / 2>([&](auto... i) TFMGEN_INLINE { return shuffle<i...>(v, v); });
+}
+
+template <class V>
+TFMGEN_INLINE inline auto highHalf(V v) {
+  constexpr int half = kLanesOf<V> / 2;
+  return withIndices<half>([&](auto... i) TFMGEN_INLINE { return shuffle<(half + i)...>(v, v); });
+}
+
+template <class V>
+TFMGEN_INLINE inline auto join(V low, V high) {
+  return withIndices<2 * kLanesOf<V>>([&](auto... i) TFMGEN_INLINE { return shuffle<i...>(low, high); });
+}
+
+// Exchanges the runs of `length` lanes of `first` with an odd number with those of `second` with an even one.
+template <int length, class V>
+TFMGEN_INLINE inline void exchangeRuns(V& first, V& second) {
+  withIndices<kLanesOf<V>>([&](auto... i) TFMGEN_INLINE {
+    const V low = shuffle<((i & length) == 0 ? i : kLanesOf<V> + i - length)...>(first, second);
+    second = shuffle<((i & length) == 0 ? i + length : kLanesOf<V> + i)...>(first, second);
+    first = low;
+  });
+}
+
+// Transposes the square matrix of as many rows as a vector has lanes: first within blocks of 16 bytes, then by blocks.
+template <class Rows>
+TFMGEN_INLINE inline void transpose(Rows& rows) {
+  using V = std::remove_cvref_t<decltype(rows[0])>;
+  constexpr int lanes = kLanesOf<V>;
+  constexpr int block = kLanes<Element<V>>;
+  static_assert(sizeof rows == lanes * sizeof(V));
+  unroll<lanes / block>([&](auto i) TFMGEN_INLINE {
+    if constexpr (block == 2) {
+      exchangeRuns<1>(rows[2 * i], rows[2 * i + 1]);
+    } else {
+      V low01 = unpackLow(rows[4 * i], rows[4 * i + 1]);
+      V high01 = unpackHigh(rows[4 * i], rows[4 * i + 1]);
+      V low23 = unpackLow(rows[4 * i + 2], rows[4 * i + 3]);
+      V high23 = unpackHigh(rows[4 * i + 2], rows[4 * i + 3]);
+      exchangeRuns<2>(low01, low23);
+      exchangeRuns<2>(high01, high23);
+      rows[4 * i] = low01;
+      rows[4 * i + 1] = low23;
+      rows[4 * i + 2] = high01;
+      rows[4 * i + 3] = high23;
+    }
+  });
+  unroll<lanes>([&](auto row) TFMGEN_INLINE {
+    if constexpr (lanes > block && (row & block) == 0) {
+      exchangeRuns<block>(rows[row], rows[row + block]);
+    }
+  });
+  unroll<lanes>([&](auto row) TFMGEN_INLINE {
+    if constexpr (lanes > 2 * block && (row & 2 * block) == 0) {
+      exchangeRuns<2 * block>(rows[row], rows[row + 2 * block]);
+    }
+  });
+}
+
+} // namespace tfmgen
