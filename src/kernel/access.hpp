@@ -10,30 +10,32 @@ namespace tfmgen {
 
 // ---- Whole vectors by one access
 
+// The vector as an array of Real holds it, at a multiple of `alignment`.
+template <class V, int alignment>
+struct InMemory {
+  using Type [[gnu::vector_size(sizeof(V)), gnu::aligned(alignment), gnu::may_alias]] = Element<V>;
+};
+
 // At a multiple of the vector's size.
 template <class V>
 TFMGEN_INLINE inline V loadAligned(const Element<V>* from) {
-  V v;
-  __builtin_memcpy(&v, __builtin_assume_aligned(from, sizeof v), sizeof v);
-  return v;
+  return *reinterpret_cast<const typename InMemory<V, sizeof(V)>::Type*>(from);
 }
 
 template <class V>
 TFMGEN_INLINE inline void storeAligned(Element<V>* to, V v) {
-  __builtin_memcpy(__builtin_assume_aligned(to, sizeof v), &v, sizeof v);
+  *reinterpret_cast<typename InMemory<V, sizeof(V)>::Type*>(to) = v;
 }
 
 // At any address.
 template <class V>
 TFMGEN_INLINE inline V loadUnaligned(const Element<V>* from) {
-  V v;
-  __builtin_memcpy(&v, from, sizeof v);
-  return v;
+  return *reinterpret_cast<const typename InMemory<V, 1>::Type*>(from);
 }
 
 template <class V>
 TFMGEN_INLINE inline void storeUnaligned(Element<V>* to, V v) {
-  __builtin_memcpy(to, &v, sizeof v);
+  *reinterpret_cast<typename InMemory<V, 1>::Type*>(to) = v;
 }
 
 // ---- 16 bytes by their halves: one double or one complex number of two floats each
