@@ -3,13 +3,15 @@
 
 #include "inline.hpp"
 
-#include <type_traits>
 #include <utility>
 
 namespace tfmgen {
 
 template <int index>
-using Index = std::integral_constant<int, index>;
+struct Index {
+  static constexpr int value = index;
+  TFMGEN_INLINE constexpr operator int() const { return value; }
+};
 
 // use(Index<0>{}, Index<1>{}, ... Index<count - 1>{}).
 template <int count, class Use>

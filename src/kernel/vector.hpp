@@ -139,12 +139,10 @@ TFMGEN_INLINE inline void exchangeRuns(V& first, V& second) {
 }
 
 // Transposes the square matrix of as many rows as a vector has lanes: first within blocks of 16 bytes, then by blocks.
-template <class Rows>
-TFMGEN_INLINE inline void transpose(Rows& rows) {
-  using V = std::remove_cvref_t<decltype(rows[0])>;
+template <class V>
+TFMGEN_INLINE inline void transpose(V (&rows)[kLanesOf<V>]) {
   constexpr int lanes = kLanesOf<V>;
   constexpr int block = kLanes<Element<V>>;
-  static_assert(sizeof rows == lanes * sizeof(V));
   unroll<lanes / block>([&](auto i) TFMGEN_INLINE {
     if constexpr (block == 2) {
       exchangeRuns<1>(rows[2 * i], rows[2 * i + 1]);

@@ -3,9 +3,6 @@
 
 #include "kernel/unroll.hpp"
 
-#include <array>
-#include <cstddef>
-
 namespace tfmgen::wht {
 
 // One step of the transform: the element whose index bit is clear becomes the sum, the other one the difference.
@@ -19,15 +16,15 @@ TFMGEN_INLINE inline void butterfly(Value& clear, Value& set) {
 // The stages on `bits` index bits, lowest first, over the 2^bits values at distance `stride` from number `first` on.
 // Depth first: one part is finished before the next one begins, so that few values are in work at a time, and the last
 // two stages are taken together. Each value goes to sink(Index<number>, value) right behind its last stage.
-template <int bits, int stride, int first, class Value, std::size_t count, class Sink>
-TFMGEN_INLINE inline void butterflies(std::array<Value, count>& values, const Sink& sink) {
+template <int bits, int stride, int first, class Value, int count, class Sink>
+TFMGEN_INLINE inline void butterflies(Value (&values)[count], const Sink& sink) {
   if constexpr (bits == 0) {
     sink(Index<first>{}, values[first]);
   } else {
     constexpr int lastBits = bits < 3 ? 1 : 2;
     constexpr int part = stride << (bits - lastBits);
     unroll<1 << lastBits>([&](auto k) TFMGEN_INLINE {
-      butterflies<bits - lastBits, stride, first + k * part>(values, [](auto, const Value&) {});
+      butterflies<bits - lastBits, stride, first + k * part>(values, [](auto, const Value&) TFMGEN_INLINE {});
     });
     unroll<1 << (bits - lastBits)>([&](auto k) TFMGEN_INLINE {
       constexpr int clear = first + k * stride;

@@ -3,6 +3,8 @@
 
 #include "wht/row.hpp"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace tfmgen::wht {
@@ -56,7 +58,7 @@ template <int bits, int distance, class Real, class Sink>
 TFMGEN_INLINE inline void columnPass(const Real* src, Real* dst, const Sink& sink) {
 #pragma GCC unroll 1
   for (int offset = 0; offset < distance; offset += kLanes<Real>) {
-    std::array<Vector<Real>, 1 << bits> column;
+    Vector<Real> column[1 << bits];
     unroll<1 << bits>([&](auto k) TFMGEN_INLINE { column[k] = Aligned::load(src + offset + k * distance); });
     butterflies<bits, 1, 0>(column, [&](auto k, auto v) TFMGEN_INLINE { sink(dst + offset + k * distance, v); });
   }

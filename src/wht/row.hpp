@@ -4,7 +4,6 @@
 #include "kernel/access.hpp"
 #include "wht/butterfly.hpp"
 
-#include <array>
 #include <bit>
 
 namespace tfmgen::wht {
@@ -26,25 +25,25 @@ constexpr int lastGroupBits(int order) {
 // As many consecutive vectors as a vector has lanes, transposed: vector i holds the elements whose index within their
 // row of lanes is i. Doubles that are loaded one by one are transposed by the loads themselves, lower address first.
 template <class Access, class Real>
-TFMGEN_INLINE inline std::array<Vector<Real>, kLanes<Real>> loadTransposed(const Real* from) {
+TFMGEN_INLINE inline void loadTransposed(const Real* from, Vector<Real> (&rows)[kLanes<Real>]) {
   if constexpr (std::is_same_v<Access, Unaligned> && kLanes<Real> == 2) {
     const auto even = loadLow(from);
     const auto odd = loadLow(from + 1);
-    return {loadHigh(even, from + 2), loadHigh(odd, from + 3)};
+    rows[0] = loadHigh(even, from + 2);
+    rows[1] = loadHigh(odd, from + 3);
   } else {
-    std::array<Vector<Real>, kLanes<Real>> rows;
     unroll<kLanes<Real>>([&](auto row) TFMGEN_INLINE { rows[row] = Access::load(from + row * kLanes<Real>); });
     transpose(rows);
-    return rows;
   }
 }
 
 // The stages on the index bits inside a vector, on as many vectors as there are lanes: transposed, these bits number
 // the registers, and the stages run on all rows at once. Natural order before and after.
-template <class Access, class Real, int first, std::size_t count>
-TFMGEN_INLINE inline void laneStages(const Real* src, std::array<Vector<Real>, count>& vectors) {
-  auto columns = loadTransposed<Access>(src + first * kLanes<Real>);
-  butterflies<kLaneBits<Real>, 1, 0>(columns, [](auto, const auto&) {});
+template <class Access, class Real, int first, int count>
+TFMGEN_INLINE inline void laneStages(const Real* src, Vector<Real> (&vectors)[count]) {
+  Vector<Real> columns[kLanes<Real>];
+  loadTransposed<Access>(src + first * kLanes<Real>, columns);
+  butterflies<kLaneBits<Real>, 1, 0>(columns, [](auto, const auto&) TFMGEN_INLINE {});
   transpose(columns);
   unroll<kLanes<Real>>([&](auto k) TFMGEN_INLINE { vectors[first + k] = columns[k]; });
 }
@@ -54,7 +53,7 @@ TFMGEN_INLINE inline void laneStages(const Real* src, std::array<Vector<Real>, c
 template <class Access, int order, class Real, class Sink>
 TFMGEN_INLINE inline void transformRow(const Real* src, const Sink& sink) {
   constexpr int count = (1 << order) / kLanes<Real>;
-  std::array<Vector<Real>, count> vectors;
+  Vector<Real> vectors[count];
   if constexpr (order <= kRegisterOrder<Real>) {
     unroll<count / kLanes<Real>>([&](auto block)
                                      TFMGEN_INLINE { laneStages<Access, Real, block * kLanes<Real>>(src, vectors); });
@@ -74,7 +73,7 @@ TFMGEN_INLINE inline void transformRow(const Real* src, const Sink& sink) {
 // Transforms and stores single elements, for orders too low to fill vectors.
 template <int order, class Real>
 TFMGEN_INLINE inline void transformElements(const Real* src, Real* dst, Real scale) {
-  std::array<Real, 1 << order> x;
+  Real x[1 << order];
   unroll<1 << order>([&](auto k) TFMGEN_INLINE { x[k] = loadElement(src + k); });
   butterflies<order, 1, 0>(x, [&](auto k, Real v) TFMGEN_INLINE { storeElement(dst + k, v * scale); });
 }
