@@ -12,8 +12,8 @@
 
 namespace tfmgen {
 
-inline constexpr int kBlockBytes =
-    16; // of the vectors that every processor has, and the reach of cheap moves in longer ones
+// The vectors that every processor has. Longer ones are blocks of as much, within which lanes move cheaply.
+inline constexpr int kBlockBytes = 16;
 
 template <class Real, int bytes>
 struct VectorOf {
@@ -25,7 +25,7 @@ template <class Real, int bytes = kBlockBytes>
 using Vector = typename VectorOf<Real, bytes>::Type;
 
 template <class Real, int bytes = kBlockBytes>
-inline constexpr int kLanes = bytes / static_cast<int>(sizeof(Real));
+inline constexpr int kLanes = bytes / int{sizeof(Real)};
 
 template <class Value>
 struct ElementOf {
@@ -69,7 +69,7 @@ using Bits = Vector<std::conditional_t<sizeof(Element<V>) == 4, std::int32_t, st
 // Every lane as a number of another type, rounded to nearest: floats to as many doubles and back.
 template <class Real, class V>
 TFMGEN_INLINE inline auto convert(V v) {
-  return __builtin_convertvector(v, Vector<Real, kLanesOf<V>* static_cast<int>(sizeof(Real))>);
+  return __builtin_convertvector(v, Vector<Real, int{sizeof(Real)} * kLanesOf<V>>);
 }
 
 // Changes the sign of the lanes where `signs` has -0, keeps it where `signs` has +0.
@@ -80,7 +80,8 @@ TFMGEN_INLINE inline V flipSigns(V v, V signs) {
 
 // ---- Moves
 
-// Lanes of a, from 0 on, and of b, numbered behind them, in any order; as many as wanted.
+// Lanes of a, from 0 on, and of b, numbered behind them, in any order; as many as wanted. Each is named: what -1 leaves
+// to the compiler costs extra moves with g++.
 template <int... lane, class V>
 TFMGEN_INLINE inline auto shuffle(V a, V b) {
   return __builtin_shufflevector(a, b, lane...);
@@ -138,15 +139,24 @@ TFMGEN_INLINE inline void exchangeRuns(V& first, V& second) {
   });
 }
 
+// The same with every pair of rows that are `length` apart.
+template <int length, class V>
+TFMGEN_INLINE inline void exchangeBlocks(V (&rows)[kLanesOf<V>]) {
+  unroll<kLanesOf<V>>([&](auto row) TFMGEN_INLINE {
+    if constexpr (length < kLanesOf<V> && (row & length) == 0) {
+      exchangeRuns<length>(rows[row], rows[row + length]);
+    }
+  });
+}
+
 // Transposes the square matrix of as many rows as a vector has lanes: first within blocks of 16 bytes, then by blocks.
 template <class V>
 TFMGEN_INLINE inline void transpose(V (&rows)[kLanesOf<V>]) {
-  constexpr int lanes = kLanesOf<V>;
   constexpr int block = kLanes<Element<V>>;
-  unroll<lanes / block>([&](auto i) TFMGEN_INLINE {
-    if constexpr (block == 2) {
-      exchangeRuns<1>(rows[2 * i], rows[2 * i + 1]);
-    } else {
+  if constexpr (block == 2) {
+    exchangeBlocks<1>(rows);
+  } else {
+    unroll<kLanesOf<V> / block>([&](auto i) TFMGEN_INLINE {
       V low01 = unpackLow(rows[4 * i], rows[4 * i + 1]);
       V high01 = unpackHigh(rows[4 * i], rows[4 * i + 1]);
       V low23 = unpackLow(rows[4 * i + 2], rows[4 * i + 3]);
@@ -157,18 +167,10 @@ TFMGEN_INLINE inline void transpose(V (&rows)[kLanesOf<V>]) {
       rows[4 * i + 1] = low23;
       rows[4 * i + 2] = high01;
       rows[4 * i + 3] = high23;
-    }
-  });
-  unroll<lanes>([&](auto row) TFMGEN_INLINE {
-    if constexpr (lanes > block && (row & block) == 0) {
-      exchangeRuns<block>(rows[row], rows[row + block]);
-    }
-  });
-  unroll<lanes>([&](auto row) TFMGEN_INLINE {
-    if constexpr (lanes > 2 * block && (row & 2 * block) == 0) {
-      exchangeRuns<2 * block>(rows[row], rows[row + 2 * block]);
-    }
-  });
+    });
+  }
+  exchangeBlocks<block>(rows);
+  exchangeBlocks<2 * block>(rows);
 }
 
 } // namespace tfmgen

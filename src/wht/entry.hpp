@@ -28,7 +28,8 @@ TFMGEN_INLINE inline void transform(const Real* src, Real* dst, Real scale, std:
     transformRow<Access, order>(src, [&](auto k, auto v)
                                          TFMGEN_INLINE { Access::store(dst + k * kLanes<Real>, v * scales); });
   } else {
-    void* const work = buffer != nullptr ? buffer : tfmMalloc(bufferSize<Real>(order));
+    constexpr std::int32_t size = bufferSize<Real>(order);
+    void* const work = buffer != nullptr ? buffer : tfmMalloc(size);
     transformByPasses<Access, order>(src, dst, scale, static_cast<Real*>(work));
     if (buffer == nullptr) {
       tfmFree(work);
