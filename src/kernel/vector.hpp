@@ -29,12 +29,14 @@ inline constexpr int kLanes = bytes / int{sizeof(Real)};
 
 template <class Value>
 struct ElementOf {
-  using Type = std::remove_cvref_t<decltype(Value{}[0])>;
+  using Type = Value;
 };
 template <class Value>
-requires std::is_floating_point_v<Value>
+requires requires(Value v) {
+  v[0];
+}
 struct ElementOf<Value> {
-  using Type = Value;
+  using Type = std::remove_cvref_t<decltype(Value{}[0])>;
 };
 
 // What the lanes of a vector hold; of a scalar, the scalar itself.
