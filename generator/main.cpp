@@ -7,7 +7,6 @@
 #include "lower/complex32.hpp"
 #include "lower/complex64.hpp"
 #include "lower/real.hpp"
-#include "lower/signs.hpp"
 #include "plan/complex32.hpp"
 #include "plan/complex64.hpp"
 #include "plan/real.hpp"
@@ -35,8 +34,7 @@ print::ComplexKernel complex32Kernel(int length, transform::RootSign sign) {
   if (length <= kLastScalarLength) {
     return {lower::complexScalars(*plan, sign), sign, length, 32, text, print::Bodies::one};
   }
-  return {
-      lower::withSettledSigns(lower::complex32(*plan, sign)), sign, length, 32, text, print::Bodies::inTwoFunctions};
+  return {lower::complex32(*plan, sign), sign, length, 32, text, print::Bodies::inTwoFunctions};
 }
 
 // Short kernels hold both bodies in one function: a second function would be longer than what it saves.

@@ -61,7 +61,6 @@ Folded foldDoublings(const Graph& g, std::span<const Ref> outputs) {
     case Op::scale: images[i] = out.graph.scale(image(n.left)); break;
     case Op::shuffle: images[i] = out.graph.shuffle(image(n.left), image(n.right), n.tag); break;
     case Op::rotate: images[i] = out.graph.rotate(image(n.left)); break;
-    case Op::negate: images[i] = -image(n.left); break;
     }
   }
   for (const Ref output : outputs) {

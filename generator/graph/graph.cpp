@@ -11,23 +11,6 @@ bool all(const Lanes& factors, double value) {
   return std::ranges::all_of(factors, [value](Quad f) { return static_cast<double>(f) == value; });
 }
 
-// The sign of the first lane that is not zero.
-bool startsNegative(const Lanes& factors) {
-  for (const Quad f : factors) {
-    if (f != 0) {
-      return f < 0;
-    }
-  }
-  return false;
-}
-
-Lanes negated(Lanes factors) {
-  for (Quad& f : factors) {
-    f = f == 0 ? f : -f;
-  }
-  return factors;
-}
-
 } // namespace
 
 Ref Graph::intern(Op op, Rounding rounding, Ref left, Ref right, int tag) {
@@ -52,8 +35,8 @@ Ref Graph::load(int tag) {
   return intern(Op::load, Rounding::assigned, {}, {}, tag);
 }
 
-// Two minus signs stay a sign of the sum. With one of each the positive operand comes first, and a difference that is
-// already known the other way round is that node with a minus.
+// Two minus signs stay a sign of the sum. With one of each the positive operand comes first. A difference keeps the
+// orientation in which it is stated first; stated once more the other way round it is that node with a minus.
 Ref Graph::add(Ref a, Ref b, Rounding rounding) {
   if (a.isZero() || b.isZero()) {
     return a.isZero() ? b : a;
@@ -76,25 +59,29 @@ Ref Graph::add(Ref a, Ref b, Rounding rounding) {
   return known != known_.end() ? -Ref::to(known->second) : intern(Op::subtract, rounding, a, b, 0);
 }
 
+// One constant serves both signs of a product.
 Ref Graph::multiply(Quad factor, Ref a, Rounding rounding) {
-  return multiply(Lanes{factor, factor, factor, factor}, a, rounding);
+  if (a.isZero() || static_cast<double>(factor) == 0) {
+    return {};
+  }
+  if (static_cast<double>(factor) == 1) {
+    return a;
+  }
+  if (factor < 0) {
+    return -multiply(-factor, a, rounding);
+  }
+  if (a.isNegative()) {
+    return -multiply(factor, -a, rounding);
+  }
+  return intern(Op::multiply, rounding, a, {}, internConstant({factor, factor, factor, factor}));
 }
 
-// One constant serves both signs of a product.
-Ref Graph::multiply(const Lanes& factors, Ref a, Rounding rounding) {
+Ref Graph::multiplyAsStated(const Lanes& factors, Ref a) {
   if (a.isZero() || all(factors, 0)) {
     return {};
   }
-  if (all(factors, 1)) {
-    return a;
-  }
-  if (startsNegative(factors)) {
-    return -multiply(negated(factors), a, rounding);
-  }
-  if (a.isNegative()) {
-    return -multiply(factors, -a, rounding);
-  }
-  return intern(Op::multiply, rounding, a, {}, internConstant(factors));
+  return a.isNegative() ? -multiplyAsStated(factors, -a)
+                        : intern(Op::multiply, Rounding::assigned, a, {}, internConstant(factors));
 }
 
 Ref Graph::scale(Ref a) {
@@ -116,10 +103,6 @@ Ref Graph::rotate(Ref a) {
     return a;
   }
   return a.isNegative() ? -rotate(-a) : intern(Op::rotate, Rounding::assigned, a, {}, 0);
-}
-
-Ref Graph::appendProduct(const Lanes& factors, bool isNegated, Ref a, Rounding rounding) {
-  return intern(Op::multiply, rounding, a, {}, internConstant(isNegated ? negated(factors) : factors));
 }
 
 Ref Graph::sum(std::span<const Ref> values) {
@@ -183,7 +166,6 @@ Counts count(const Graph& g, std::span<const Ref> outputs) {
     case Op::subtract: ++counts.additions; break;
     case Op::shuffle: ++counts.shuffles; break;
     case Op::rotate: ++counts.rotations; break;
-    case Op::negate: // a matter of machine code, no part of the algorithm
     case Op::load: break;
     }
   }

@@ -19,7 +19,8 @@ namespace tfmgen::graph {
 using number::Quad;
 
 // A signed reference to a node, or zero. A minus costs nothing: whoever uses the value turns an addition into a
-// subtraction or negates a constant.
+// subtraction or hands the minus on behind a product. Both keep every bit, signs of zeros included. A minus never changes
+// a difference into its reverse: a - b and -(b - a) are not the same zero.
 class Ref {
 public:
   constexpr Ref() = default;
@@ -45,7 +46,6 @@ enum class Op {
   scale,    // left * the scale of the call
   shuffle,  // lanes of left and right, chosen by tag
   rotate,   // i * left, where the two lanes are the parts of a complex number
-  negate,   // -left, where a minus finds no arithmetic to go into
 };
 
 // Where a value is rounded to the sample type when constants are held in double precision: a carried value is part of a
@@ -75,14 +75,11 @@ public:
   Ref add(Ref a, Ref b, Rounding rounding = Rounding::assigned);
   Ref subtract(Ref a, Ref b, Rounding rounding = Rounding::assigned) { return add(a, -b, rounding); }
   Ref multiply(Quad factor, Ref a, Rounding rounding = Rounding::assigned);
-  Ref multiply(const Lanes& factors, Ref a, Rounding rounding = Rounding::assigned);
+  // The product by a constant that keeps its sign and, lane by lane, its zeros and ones.
+  Ref multiplyAsStated(const Lanes& factors, Ref a);
   Ref scale(Ref a);
   Ref shuffle(Ref a, Ref b, int selector);
   Ref rotate(Ref a);
-
-  // A node as it stands, or the one that is equal to it: without the rules above that move signs.
-  Ref append(const Node& node) { return intern(node.op, node.rounding, node.left, node.right, node.tag); }
-  Ref appendProduct(const Lanes& factors, bool isNegated, Ref a, Rounding rounding);
 
   // a + b + c + ... from left to right.
   Ref sum(std::span<const Ref> values);

@@ -3,6 +3,7 @@
 #include "split_memory.hpp"
 #include "split_transform.hpp"
 
+#include <bit>
 #include <utility>
 
 namespace tfmgen::lower {
@@ -22,6 +23,27 @@ int partedPair(const plan::Plan& plan) {
   const auto* form = std::get_if<plan::CooleyTukey>(&plan.form);
   const bool isHalved = form != nullptr && plan::length(*form->second) == 2;
   return isHalved && plan::length(*form->first) % 2 != 0 ? plan::length(*form->first) - 1 : -1;
+}
+
+// The second factor of a power of two, whose registers are pairs throughout; 0 for other plans.
+int evenButterflies(const plan::Plan& plan) {
+  const auto* form = std::get_if<plan::CooleyTukey>(&plan.form);
+  return form != nullptr && std::has_single_bit(static_cast<unsigned>(plan::length(plan))) ? plan::length(*form->second)
+                                                                                          : 0;
+}
+
+// The outputs k2 of each outer transform in the order in which its last butterflies yield them: k2 and k2 + length/2
+// together.
+std::vector<Packed> byButterflies(std::span<const Packed> registers, int length) {
+  const auto half = static_cast<std::size_t>(length) / 2;
+  std::vector<Packed> out;
+  for (; !registers.empty(); registers = registers.subspan(2 * half)) {
+    for (std::size_t k2 = 0; k2 < half; ++k2) {
+      out.push_back(registers[k2]);
+      out.push_back(registers[k2 + half]);
+    }
+  }
+  return out;
 }
 
 } // namespace
@@ -62,10 +84,17 @@ Kernel complex32(const plan::Plan& plan, transform::RootSign sign) {
   if (!out.first.isZero()) {
     stores.put(out.first, {0});
   }
-  for (const Packed& bins : out.bins) {
-    stores.put(bins);
+  if (const int second = evenButterflies(plan); second != 0) {
+    for (const Packed& bins : byButterflies(out.bins, second)) {
+      stores.put(bins);
+    }
+    stores.finishAsPut();
+  } else {
+    for (const Packed& bins : out.bins) {
+      stores.put(bins);
+    }
+    stores.finish(n, partedPair(plan));
   }
-  stores.finish(n, partedPair(plan));
   return kernel;
 }
 

@@ -29,7 +29,8 @@ struct Kernel {
   graph::Graph graph;
   std::vector<Access> loads; // by the tag of the load
   std::vector<Store> stores;
-  graph::NodeId lastStep; // nodes from here on belong to the last step of an output
+  graph::NodeId lastStep;     // nodes from here on belong to the last step of an output
+  bool storesInOrder = false; // whether the stores keep their order
 
   [[nodiscard]] std::vector<graph::Ref> outputs() const {
     std::vector<graph::Ref> refs;

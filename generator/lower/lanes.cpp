@@ -74,12 +74,10 @@ Complex Elements::gather(Graph& g, std::span<const int> elements) const {
 }
 
 Complex multiply(Graph& g, std::span<const number::Complex> factors, const Complex& z) {
-  Lanes c{};
-  Lanes s{};
-  std::ranges::transform(factors, c.begin(), &number::Complex::re);
-  std::ranges::transform(factors, s.begin(), &number::Complex::im);
-  const Ref re = g.subtract(g.multiply(c, z.re), g.multiply(s, z.im));
-  return {re, g.add(g.multiply(c, z.im), g.multiply(s, z.re))};
+  transform::LaneFactors lanes{};
+  std::ranges::transform(factors, lanes.re.begin(), &number::Complex::re);
+  std::ranges::transform(factors, lanes.im.begin(), &number::Complex::im);
+  return transform::multiply(g, lanes, z);
 }
 
 std::vector<std::vector<int>> laneGroups(int count) {

@@ -80,6 +80,13 @@ void SplitStores::finish(int length, int parted) {
   }
 }
 
+void SplitStores::finishAsPut() {
+  for (const auto& [value, elements] : registers_) {
+    kernel_.stores.push_back({kernel_.graph.scale(value), {Access::Width::whole, elements[0], elements[1]}});
+  }
+  kernel_.storesInOrder = true;
+}
+
 void SplitStores::finishPairs(int length, int parted) {
   graph::Graph& g = kernel_.graph;
   std::map<int, Place> places;

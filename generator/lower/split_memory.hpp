@@ -48,6 +48,8 @@ public:
   void put(Ref interleaved, const std::vector<int>& elements); // one or two
   // Scales and stores all elements 0 .. length-1. The pair that begins at `parted` is stored by its halves.
   void finish(int length, int parted);
+  // The same where every register is a pair, in the order in which they were put.
+  void finishAsPut();
 
 private:
   struct Place {

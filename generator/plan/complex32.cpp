@@ -63,7 +63,7 @@ PlanPtr Table::plan(int length) {
   case 45: return ct(gt(5, 3), of(3));
   case 46: return ct(23, 2);
   case 47: return chirp(47, goodThomas(of(3), ct(8, 4)));
-  case 48: return ct(of(4), gt(3, 4));
+  case 48: return ct(of(4), ct(3, 4));
   case 49: return ct(7, 7);
   case 50: return ct(gt(5, 2), of(5));
   case 51: return gt(17, 3);

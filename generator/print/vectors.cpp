@@ -46,7 +46,7 @@ private:
 
   [[nodiscard]] std::string name(Ref value) const {
     if (value.isNegative()) {
-      std::abort(); // signs are settled before text is made
+      std::abort(); // vector kernels state their outputs and lane moves without a minus
     }
     return value.isZero() ? "V{}" : names_.at(value.node());
   }
@@ -68,7 +68,6 @@ private:
     case Op::multiply: return constant(kernel_.graph.constant(node)) + " * " + name(node.left);
     case Op::scale: return "s * " + name(node.left);
     case Op::rotate: return "timesI(" + name(node.left) + ")";
-    case Op::negate: return "-" + name(node.left);
     case Op::shuffle: return shuffle(node);
     }
     std::abort();
@@ -142,7 +141,9 @@ Work work(const lower::Kernel& kernel) {
     out.values.push_back(i);
   }
   for (const lower::Store& store : kernel.stores) {
-    out.tasks.push_back({{taskOf[store.value.node()]}, false, true});
+    const bool follows = kernel.storesInOrder && !out.tasks.back().hasResult;
+    const int predecessor = follows ? static_cast<int>(out.tasks.size()) - 1 : -1;
+    out.tasks.push_back({{taskOf[store.value.node()]}, false, true, predecessor});
   }
   return out;
 }

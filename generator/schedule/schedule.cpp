@@ -24,31 +24,51 @@ std::vector<std::vector<int>> users(const std::vector<Task>& tasks) {
   return out;
 }
 
-// How many operands each task waits for.
-std::vector<std::size_t> operandCounts(const std::vector<Task>& tasks) {
+// The tasks that each task waits for.
+Order prerequisites(const Task& task) {
+  Order out = task.operands;
+  if (task.predecessor >= 0) {
+    out.push_back(task.predecessor);
+  }
+  return out;
+}
+
+// The tasks that wait for each task.
+std::vector<std::vector<int>> followers(const std::vector<Task>& tasks) {
+  std::vector<std::vector<int>> out = users(tasks);
+  for (std::size_t i = 0; i < tasks.size(); ++i) {
+    if (tasks[i].predecessor >= 0) {
+      at(out, tasks[i].predecessor).push_back(static_cast<int>(i));
+    }
+  }
+  return out;
+}
+
+// How many others each task waits for.
+std::vector<std::size_t> prerequisiteCounts(const std::vector<Task>& tasks) {
   std::vector<std::size_t> counts(tasks.size());
-  std::ranges::transform(tasks, counts.begin(), [](const Task& task) { return task.operands.size(); });
+  std::ranges::transform(tasks, counts.begin(), [](const Task& task) { return prerequisites(task).size(); });
   return counts;
 }
 
 // Tasks in the order in which they were built, except that a load waits for its first user and a last step runs as soon
 // as its operands stand.
 Order asBuilt(const std::vector<Task>& tasks) {
-  const auto usersOf = users(tasks);
-  std::vector<std::size_t> missing = operandCounts(tasks);
+  const auto followersOf = followers(tasks);
+  std::vector<std::size_t> missing = prerequisiteCounts(tasks);
   Order order;
   std::vector<bool> isDone(tasks.size(), false);
   const auto run = [&](auto& self, int task) -> void {
     at(isDone, task) = true;
-    for (const int operand : at(tasks, task).operands) {
-      if (!at(isDone, operand)) {
-        self(self, operand);
+    for (const int prerequisite : prerequisites(at(tasks, task))) {
+      if (!at(isDone, prerequisite)) {
+        self(self, prerequisite);
       }
     }
     order.push_back(task);
-    for (const int user : at(usersOf, task)) {
-      if (--at(missing, user) == 0 && at(tasks, user).isLastStep && !at(isDone, user)) {
-        self(self, user);
+    for (const int follower : at(followersOf, task)) {
+      if (--at(missing, follower) == 0 && at(tasks, follower).isLastStep && !at(isDone, follower)) {
+        self(self, follower);
       }
     }
   };
@@ -69,8 +89,8 @@ Order depthFirst(const std::vector<Task>& tasks) {
       return;
     }
     at(isDone, task) = true;
-    for (const int operand : at(tasks, task).operands) {
-      self(self, operand);
+    for (const int prerequisite : prerequisites(at(tasks, task))) {
+      self(self, prerequisite);
     }
     order.push_back(task);
   };
@@ -88,7 +108,8 @@ Order depthFirst(const std::vector<Task>& tasks) {
 // other.
 Order byFreedValues(const std::vector<Task>& tasks, int window) {
   const auto usersOf = users(tasks);
-  std::vector<std::size_t> missing = operandCounts(tasks);
+  const auto followersOf = followers(tasks);
+  std::vector<std::size_t> missing = prerequisiteCounts(tasks);
   std::vector<std::size_t> remainingUses(tasks.size());
   std::vector<int> doneAt(tasks.size(), -1);
   std::vector<int> ready;
@@ -129,9 +150,9 @@ Order byFreedValues(const std::vector<Task>& tasks, int window) {
     for (const int operand : at(tasks, task).operands) {
       --at(remainingUses, operand);
     }
-    for (const int user : at(usersOf, task)) {
-      if (--at(missing, user) == 0) {
-        ready.push_back(user);
+    for (const int follower : at(followersOf, task)) {
+      if (--at(missing, follower) == 0) {
+        ready.push_back(follower);
       }
     }
   }

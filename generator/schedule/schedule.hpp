@@ -10,6 +10,7 @@ struct Task {
   std::vector<int> operands; // tasks whose results it takes
   bool hasResult = true;     // a store has none
   bool isLastStep = false;   // belongs to the end of an output: better done soon, since it frees values
+  int predecessor = -1;      // a task that has to come before, although this one takes nothing of it
 };
 
 // The order of least traffic between `registers` registers and memory among several: as built, with last steps as early

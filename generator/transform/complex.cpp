@@ -152,10 +152,15 @@ private:
 
 } // namespace
 
+Complex multiply(Graph& g, const LaneFactors& factors, const Complex& z) {
+  const auto& [c, s] = factors;
+  const Ref re = g.subtract(g.multiplyAsStated(c, z.re), g.multiplyAsStated(s, z.im));
+  return {re, g.add(g.multiplyAsStated(s, z.re), g.multiplyAsStated(c, z.im))};
+}
+
 Complex multiply(Graph& g, number::Complex factor, const Complex& z) {
   const auto [c, s] = factor;
-  const Ref re = g.sumOfProducts({{{c, z.re}, {-s, z.im}}});
-  return {re, g.sumOfProducts({{{c, z.im}, {s, z.re}}})};
+  return multiply(g, {{c, c, c, c}, {s, s, s, s}}, z);
 }
 
 Complex multiplyByRoot(Graph& g, const Complex& z, long k, long n) {

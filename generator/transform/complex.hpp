@@ -46,7 +46,16 @@ constexpr Complex quarterTurns(const Complex& z, int turns) {
   }
 }
 
-// z * factor: four products and two sums, two products where the factor is real or imaginary.
+// A factor for each lane.
+struct LaneFactors {
+  graph::Lanes re;
+  graph::Lanes im;
+};
+
+// z * factors, lane by lane: re*c - im*s and re*s + im*c. Where c or s is zero in all lanes its products fall away; a
+// lane of 1, 0 or -1 among others is multiplied like them.
+Complex multiply(Graph& g, const LaneFactors& factors, const Complex& z);
+// The same with one factor for all lanes.
 Complex multiply(Graph& g, number::Complex factor, const Complex& z);
 
 // z * exp(2*pi*i*k/n): free at quarter turns; at odd eighths the sums come first and one product for each part behind

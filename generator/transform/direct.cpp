@@ -28,6 +28,20 @@ Ref cosineSum(Analysis& a, Ref x0, std::vector<graph::Term> terms) {
   return a.g.sumOfProducts(terms);
 }
 
+// minus the sum of the sine terms. Real kernels write the sum of the negated terms.
+Product negatedSineSum(Analysis& a, std::vector<graph::Term> terms) {
+  if (terms.size() == 1) {
+    return {-terms[0].factor, terms[0].value};
+  }
+  if (a.style == DirectStyle::complexSamples) {
+    return -a.g.sumOfProducts(terms);
+  }
+  for (graph::Term& term : terms) {
+    term.factor = -term.factor;
+  }
+  return a.g.sumOfProducts(terms);
+}
+
 } // namespace
 
 Bins analyseForm(Analysis& a, const plan::Direct& form, const Samples& x, long u) {
@@ -52,10 +66,9 @@ Bins analyseForm(Analysis& a, const plan::Direct& form, const Samples& x, long u
     for (std::size_t m = 1; m <= half; ++m) {
       const auto [c, s] = number::root(u * static_cast<long>(m * k), p);
       cosines.push_back({c, sums[m - 1]});
-      sines.push_back({-s, differences[m - 1]});
+      sines.push_back({s, differences[m - 1]});
     }
-    const Product im = p == 3 ? Product(sines[0].factor, sines[0].value) : Product(g.sumOfProducts(sines));
-    out.push_back({cosineSum(a, x[0], cosines), im});
+    out.push_back({cosineSum(a, x[0], cosines), negatedSineSum(a, sines)});
   }
   return out;
 }

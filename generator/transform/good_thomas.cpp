@@ -2,6 +2,7 @@
 // the first; the output index follows from the Chinese remainder theorem. See Good, "The interaction algorithm and
 // practical Fourier analysis", 1958.
 #include "analysis.hpp"
+#include "number/modular.hpp"
 
 namespace tfmgen::transform {
 
@@ -10,15 +11,21 @@ Bins analyseForm(Analysis& a, const plan::GoodThomas& form, const Samples& x, lo
   const int second = plan::length(*form.second);
   const int n = first * second;
   const auto sample = [&](int r, int m) { return at(x, (second * m + first * r) % n); };
-  const std::vector<Bins> inner = analyseEach(a, *form.first, second, sample, u * second);
+  // Complex kernels keep the root of both stages and bring the bins into order; real ones have bins in simple order and
+  // other powers of the roots.
+  const bool isPlain = a.style == DirectStyle::complexSamples;
+  const long u1 = isPlain ? u : u * second;
+  const long u2 = isPlain ? u : u * first;
+  const std::vector<Bins> inner = analyseEach(a, *form.first, second, sample, u1);
   HalfSpectrum out(n);
   for (int k1 = 0; k1 <= first / 2; ++k1) {
     const Bins across = column(inner, k1);
     const bool isReal = 2 * k1 % first == 0;
-    const Bins bins = isReal ? completed(analyse(a, *form.second, realParts(across), u * first), second)
-                             : analyseComplex(a, *form.second, across, u * first);
+    const Bins bins = isReal ? completed(analyse(a, *form.second, realParts(across), u2), second)
+                             : analyseComplex(a, *form.second, across, u2);
     for (int k2 = 0; k2 < second; ++k2) {
-      out.put(second * k1 + first * k2, at(bins, k2));
+      const int k = isPlain ? number::chineseRemainder(k1, first, k2, second) : second * k1 + first * k2;
+      out.put(k, at(bins, k2));
     }
   }
   return out.bins();

@@ -2,6 +2,7 @@
 // odd-frequency transform of the differences. See Sorensen, Jones, Heideman, Burrus, "Real-valued fast Fourier
 // transform algorithms", 1987.
 #include "analysis.hpp"
+#include "number/modular.hpp"
 
 namespace tfmgen::transform {
 
@@ -39,7 +40,7 @@ OddBins byPairs(Analysis& a, plan::OddHalf form, const Samples& d, long u) {
   const auto order = static_cast<long>(2 * d.size());
   Bins z;
   for (std::size_t n = 0; n < half; ++n) {
-    const Ref im = u % 4 == 1 ? -d[n + half] : d[n + half];
+    const Ref im = number::modulo(u, 4) == 1 ? -d[n + half] : d[n + half];
     z.push_back(rotate(a.g, {d[n], im}, u * static_cast<long>(n), order, SineProduct::placed, a.eighth));
   }
   const Bins bins = analyseComplex(a, {plan::PowerOfTwo{static_cast<int>(half), form}}, z, u);
@@ -97,7 +98,7 @@ Bins analyseForm(Analysis& a, const plan::Pairs& form, const Samples& x, long u)
 OddBins analyseOddForm(Analysis& a, plan::OddHalf form, const Samples& d, long u) {
   switch (d.size()) {
   case 1: return {{1, {d[0], {}}}};
-  case 2: return {{1, {d[0], u % 4 == 1 ? -d[1] : d[1]}}};
+  case 2: return {{1, {d[0], number::modulo(u, 4) == 1 ? -d[1] : d[1]}}};
   case 4: return byPairs(a, form, d, u);
   default: break;
   }

@@ -24,6 +24,16 @@ number::Complex multiplier(const plan::Rader& form, long u, int k) {
   return bins / q * sum;
 }
 
+// The multiplier of the last bin is real, sqrt(p)/q in magnitude. Real kernels of 11 and 13 hold it as the product of the
+// rounded square root and the rounded 1/q, one unit in the last place from the nearest double.
+Quad lastMultiplier(const Analysis& a, int p, Quad exact) {
+  if (a.style == DirectStyle::complexSamples || (p != 11 && p != 13)) {
+    return exact;
+  }
+  const double magnitude = p == 11 ? 0.33166247903554 : 0.3004626062886657;
+  return exact < 0 ? -magnitude : magnitude;
+}
+
 // The analysis of length q as a graph of its own, to be run backward.
 struct Synthesis {
   Graph forward;
@@ -44,7 +54,9 @@ struct Synthesis {
     }
   }
 
-  Samples run(Graph& g, std::span<const Ref> spectrum) const { return graph::transpose(g, forward, outputs, spectrum); }
+  Samples run(Graph& g, std::span<const Ref> spectrum) const {
+    return graph::transpose(g, forward, outputs, spectrum, graph::Minuend::positive);
+  }
 };
 
 // A bin of the permuted samples times its multiplier, as the transposed transform takes it.
@@ -81,7 +93,7 @@ Bins analyseForm(Analysis& a, const plan::Rader& form, const Samples& x, long u)
     std::vector<Ref>& target = k % 2 == 0 ? even : odd;
     const number::Complex m = multiplier(form, u, static_cast<int>(k));
     if (k == half) {
-      target[2 * k] = g.multiply(m.re, spectrum[k].re);
+      target[2 * k] = g.multiply(lastMultiplier(a, p, m.re), spectrum[k].re);
     } else {
       const Bin v = product(g, spectrum[k], m, synthesis.factors[k], form);
       target[2 * k] = v.re;

@@ -10,13 +10,13 @@ namespace tfmgen::transform {
 
 namespace {
 
-Bins analysed(Graph& g, const plan::Plan& plan, EighthTurn eighth) {
+Bins analysed(Graph& g, const plan::Plan& plan, EighthTurn eighth, long rootExponent = 1) {
   Samples samples;
   for (int n = 0; n < plan::length(plan); ++n) {
     samples.push_back(g.load(n));
   }
   Analysis analysis{g, DirectStyle::realSamples, eighth};
-  return analyse(analysis, plan, samples);
+  return analyse(analysis, plan, samples, rootExponent);
 }
 
 Samples scaled(Graph& g, Samples values) {
@@ -39,9 +39,10 @@ RealKernel forwardReal(const plan::Plan& plan) {
   return {std::move(g), std::move(values)};
 }
 
+// The sum of both parts of sum of x[n] exp(+2 pi i n k / N), so the sines enter with a plus.
 RealKernel hartley(const plan::Plan& plan) {
   Graph g;
-  const Bins bins = analysed(g, plan, EighthTurn::productsFirst);
+  const Bins bins = analysed(g, plan, EighthTurn::productsFirst, -1);
   Samples values;
   Samples mirrored; // downward from the last bin
   for (const Bin& bin : bins) {
@@ -49,8 +50,8 @@ RealKernel hartley(const plan::Plan& plan) {
     if (im.isZero()) {
       values.push_back(bin.re);
     } else {
-      values.push_back(g.subtract(bin.re, im));
-      mirrored.push_back(g.add(bin.re, im));
+      values.push_back(g.add(bin.re, im));
+      mirrored.push_back(g.subtract(bin.re, im));
     }
   }
   values.insert(values.end(), mirrored.rbegin(), mirrored.rend());
@@ -75,7 +76,7 @@ RealKernel inverseReal(const plan::Plan& plan) {
       adjoints.push_back(g.multiply(bin.im.factor, g.multiply(multiplicity, g.load(element++))));
     }
   }
-  const Samples values = graph::transpose(g, forward, outputs, adjoints);
+  const Samples values = graph::transpose(g, forward, outputs, adjoints, graph::Minuend::firstUser);
   graph::Folded folded = graph::foldDoublings(g, values);
   Samples results = scaled(folded.graph, folded.outputs);
   return {std::move(folded.graph), std::move(results)};

@@ -7,10 +7,13 @@
 namespace tfmgen::dct4 {
 namespace {
 
+// The kind of a split by kLastFactor, the last one.
+constexpr std::int32_t kLastSplitKind = kindOf(kLastFactor, kLastFactor, 0);
+
 template <class T>
 void releaseSplitMerge(TfmgPlanItem* item) {
   auto* merge = recordOf<TfmgOddSplitMerge<T>>(item);
-  if (merge->kind != 0) {
+  if (merge->kind >= 1 && merge->kind <= kLastSplitKind) {
     tfmgArenaGiveBack(merge->head.arena, merge->table, vectorBytes(merge->halfRows, 2 * merge->subFactor - 2));
   }
   releaseOwned(merge->owned);
