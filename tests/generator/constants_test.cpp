@@ -1,7 +1,6 @@
 // The constants of the kernels, from their computation to the text.
 #include "lower/complex32.hpp"
 #include "lower/complex64.hpp"
-#include "lower/signs.hpp"
 #include "number/modular.hpp"
 #include "number/roots.hpp"
 #include "plan/complex32.hpp"
@@ -84,7 +83,7 @@ std::vector<double> numbersOf(const lower::Kernel& kernel, const print::VectorTy
 
 TEST(GeneratorConstants, RaderMultipliersStandInTheText) {
   const auto single = [](int length, transform::RootSign sign) {
-    const auto kernel = lower::withSettledSigns(lower::complex32(*plan::complex32(length), sign));
+    const auto kernel = lower::complex32(*plan::complex32(length), sign);
     return numbersOf(kernel, {print::Precision::single, 4});
   };
   constexpr double eighthDecimal = 0.5e-8;

@@ -1,10 +1,9 @@
-// Short kernels against their sequences of operations written out by hand, bit for bit, and worked values.
+// Real and Hartley transforms of short lengths.
 //
 // D is the precision of constants and of everything behind a constant product in the same assignment; T is the sample
 // type, to which an assignment rounds.
-#include "bits.hpp"
-#include "entries.hpp"
-#include "random.hpp"
+#include "../real/entries.hpp"
+#include "forms.hpp"
 #include "scale.hpp"
 
 #include <limits>
@@ -203,86 +202,56 @@ std::vector<T> hartley8(const std::vector<T>& x, T s) {
 template <class T>
 struct Sequence {
   Kind kind;
-  Format format;
   int n;
   std::vector<T> (*statement)(const std::vector<T>&, T);
 };
 
+// A statement about one kind of transform in Pack order, for all formats of the kind.
 template <class T>
-void compare() {
+void compare(const Sequence<T>& sequence, Format format) {
+  const Entry kernel = entry<T>(sequence.kind, format, sequence.n);
+  SCOPED_TRACE(kernel.name());
+  expectForm<T>(
+      static_cast<std::size_t>(sequence.n), kernel.destinationReals(), kFlags,
+      [&](const std::vector<T>& x, std::int32_t flag) {
+        const std::vector<T> y = sequence.statement(x, expectedScale<T>(kernel.family, sequence.n, flag));
+        return sequence.kind == Kind::realForward ? repacked(y, sequence.n, Format::pack, format, T(0)) : y;
+      },
+      [&](const std::vector<T>& x, const Places<T>& at, std::int32_t flag) {
+        const auto source = sequence.kind == Kind::realInverse
+                                ? repacked(x, sequence.n, Format::pack, format, std::numeric_limits<T>::quiet_NaN())
+                                : x;
+        std::ranges::copy(source, at.source);
+        return kernel(at.source, at.result, flag);
+      });
+}
+
+template <class T>
+void compareAll() {
   const std::vector<Sequence<T>> sequences{
-      {Kind::realForward, Format::pack, 2, forward2<T>}, {Kind::realForward, Format::pack, 3, forward3<T>},
-      {Kind::realForward, Format::pack, 4, forward4<T>}, {Kind::realForward, Format::pack, 5, forward5<T>},
-      {Kind::realForward, Format::pack, 8, forward8<T>}, {Kind::realForward, Format::pack, 16, forward16<T>},
-      {Kind::realInverse, Format::pack, 2, forward2<T>}, {Kind::realInverse, Format::pack, 3, inverse3<T>},
-      {Kind::realInverse, Format::pack, 4, inverse4<T>}, {Kind::realInverse, Format::pack, 8, inverse8<T>},
-      {Kind::hartley, Format::plain, 2, forward2<T>},    {Kind::hartley, Format::plain, 3, hartley3<T>},
-      {Kind::hartley, Format::plain, 4, hartley4<T>},    {Kind::hartley, Format::plain, 5, hartley5<T>},
-      {Kind::hartley, Format::plain, 8, hartley8<T>},
+      {Kind::realForward, 2, forward2<T>},  {Kind::realForward, 3, forward3<T>}, {Kind::realForward, 4, forward4<T>},
+      {Kind::realForward, 5, forward5<T>},  {Kind::realForward, 8, forward8<T>}, {Kind::realForward, 16, forward16<T>},
+      {Kind::realInverse, 2, forward2<T>},  {Kind::realInverse, 3, inverse3<T>}, {Kind::realInverse, 4, inverse4<T>},
+      {Kind::realInverse, 8, inverse8<T>},  {Kind::hartley, 2, forward2<T>},     {Kind::hartley, 3, hartley3<T>},
+      {Kind::hartley, 4, hartley4<T>},      {Kind::hartley, 5, hartley5<T>},     {Kind::hartley, 8, hartley8<T>},
   };
   for (const Sequence<T>& sequence : sequences) {
-    const Entry kernel = entry<T>(sequence.kind, sequence.format, sequence.n);
-    SCOPED_TRACE(kernel.name());
-    Random random(static_cast<std::uint64_t>(sequence.n));
-    for (int trial = 0; trial < 200; ++trial) {
-      const auto x = random.reals<T>(sequence.n, trial % 2 == 0 ? Spread::uniform : Spread::wide);
-      for (const std::int32_t flag : kFlags) {
-        const std::vector<T> expected = sequence.statement(x, expectedScale<T>(kernel.family, sequence.n, flag));
-        const std::vector<T> actual = run(kernel, x, flag);
-        ASSERT_TRUE(sameBits(expected.data(), actual.data(), sizeof(T) * expected.size(), sizeof(T)))
-            << "flag " << flag;
-      }
+    if (sequence.kind == Kind::hartley) {
+      compare(sequence, Format::plain);
+      continue;
+    }
+    for (const Format format : kFormats) {
+      compare(sequence, format);
     }
   }
 }
 
-TEST(RealSequences, SinglePrecisionKernelsRoundAtTheEndOfAnAssignment) {
-  compare<float>();
+TEST(ExactForms, RealAndHartleyOf32Bits) {
+  compareAll<float>();
 }
 
-TEST(RealSequences, DoublePrecisionKernelsHaveTheSameOperations) {
-  compare<double>();
-}
-
-std::vector<double> ramp(int n) {
-  std::vector<double> x;
-  for (int i = 1; i <= n; ++i) {
-    x.push_back(i);
-  }
-  return x;
-}
-
-TEST(RealSequences, ProductInDoubleIsSeenInTheLastBits) {
-  std::vector<float> x(8);
-  x[1] = 9;
-  EXPECT_EQ(static_cast<double>(run(entry<float>(Kind::realForward, Format::pack, 8), x, TFM_NO_DIV)[1]),
-            6.363961219787598);
-}
-
-TEST(RealSequences, SpectraOfRamps) {
-  const auto spectrum = [](Format format, int n) {
-    return run(entry<double>(Kind::realForward, format, n), ramp(n), TFM_NO_DIV);
-  };
-  using Values = std::vector<double>;
-  EXPECT_EQ(spectrum(Format::ccs, 4), (Values{10, 0, -2, 2, -2, 0}));
-  EXPECT_EQ(spectrum(Format::pack, 4), (Values{10, -2, 2, -2}));
-  EXPECT_EQ(spectrum(Format::perm, 4), (Values{10, -2, -2, 2}));
-  const Values eight = spectrum(Format::perm, 8);
-  const Values rounded{36, -4, -4, 9.6568542, -4, 4, -4, 1.6568542};
-  for (std::size_t i = 0; i < eight.size(); ++i) {
-    EXPECT_NEAR(eight[i], rounded[i], 5e-8);
-  }
-  const auto hartley = [](int n) { return run(entry<double>(Kind::hartley, Format::plain, n), ramp(n), TFM_NO_DIV); };
-  EXPECT_EQ(hartley(4), (Values{10, -4, -2, 0}));
-  EXPECT_EQ(hartley(8),
-            (Values{36, -13.65685424949238, -8, -5.656854249492381, -4, -2.3431457505076194, 0, 5.65685424949238}));
-}
-
-TEST(RealSequences, InverseDoesNotReadTheZerosOfCcs) {
-  constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-  EXPECT_EQ(
-      run<double>(entry<double>(Kind::realInverse, Format::ccs, 4), {10, kNaN, -2, 2, -2, kNaN}, TFM_DIV_INV_BY_N),
-      ramp(4));
+TEST(ExactForms, RealAndHartleyOf64Bits) {
+  compareAll<double>();
 }
 
 } // namespace
