@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -18,8 +19,9 @@
 
 namespace tfmgen::test {
 
-// Calls visit(x) for vectors x of `count` numbers: all those of zeros of both signs and ones of both signs where they are
-// few enough, many random ones of these and of other numbers, and random ones of many magnitudes.
+// Calls visit(x) for vectors x of `count` numbers: all those of zeros and ones of both signs where they are few enough;
+// many periodic ones of these with a few changes, since their sums cancel; random ones of these and of other numbers, and
+// of many magnitudes.
 template <class Real, class Visit>
 void forEachInput(std::size_t count, const Visit& visit) {
   constexpr std::array<Real, 10> kValues{Real(0), -Real(0), 1, -1, 3, Real(-0.3), Real(0.1), Real(-1e-20),
@@ -39,11 +41,17 @@ void forEachInput(std::size_t count, const Visit& visit) {
   }
   Random random(count);
   for (int trial = 0; trial < kTrials; ++trial) {
-    // From zeros alone to all values: the more zeros, the more sums that cancel.
-    for (const std::size_t choices : {std::size_t{2}, kUnits, kUnits, kValues.size() - 1, kValues.size()}) {
-      for (Real& value : x) {
-        value = kValues[random.bits() % choices];
+    for (const std::size_t period : {1U, 2U, 3U, 4U, 5U, 8U, 16U}) {
+      for (std::size_t i = 0; i < count; ++i) {
+        x[i] = i < period ? kValues[random.bits() % (trial % 2 == 0 ? 2 : kUnits)] : x[i - period];
       }
+      for (auto changes = random.bits() % 4; changes > 0; --changes) {
+        x[random.bits() % count] = kValues[random.bits() % kUnits];
+      }
+      visit(x);
+    }
+    for (const std::size_t choices : {kUnits, kValues.size() - 1, kValues.size()}) {
+      std::ranges::generate(x, [&] { return kValues[random.bits() % choices]; });
       visit(x);
     }
     visit(random.reals<Real>(count, trial % 2 == 0 ? Spread::uniform : Spread::wide));
@@ -79,8 +87,9 @@ void expectForm(std::size_t count, std::size_t results, std::span<const std::int
   std::vector<Block> source((count + results + kDisplaced) * sizeof(Real) / sizeof(Block) + 2);
   std::vector<Block> result(source);
   std::size_t turn = 0;
+  bool isExact = true; // the first difference of a kernel is enough
   forEachInput<Real>(count, [&](const std::vector<Real>& x) {
-    if (::testing::Test::HasFatalFailure()) {
+    if (!isExact) {
       return;
     }
     const std::int32_t flag = flags[turn % flags.size()];
@@ -88,8 +97,9 @@ void expectForm(std::size_t count, std::size_t results, std::span<const std::int
     ++turn;
     const Places<Real> at{source.front().reals.data() + displacement, result.front().reals.data() + displacement};
     ASSERT_EQ(run(x, at, flag), tfmStsOk);
-    ASSERT_TRUE(sameNumbers<Real>(form(x, flag), {at.result, results}))
-        << "flag " << flag << ", input " << ::testing::PrintToString(x);
+    const auto comparison = sameNumbers<Real>(form(x, flag), {at.result, results});
+    isExact = static_cast<bool>(comparison);
+    EXPECT_TRUE(comparison) << "flag " << flag << ", input " << ::testing::PrintToString(x);
   });
 }
 
