@@ -1,11 +1,13 @@
 // The stages one by one, on records made here: every kernel against its sum, those too that no length reaches, and what
 // becomes of records with a bad kind.
+#include "bits.hpp"
 #include "dct4/records.hpp"
 #include "support.hpp"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <limits>
 
@@ -13,6 +15,12 @@ namespace tfmgen::test {
 namespace {
 
 using namespace tfmgen::dct4;
+
+template <class T>
+struct Complex {
+  T re;
+  T im;
+};
 
 // Samples with the alignment that scratch and tables have.
 template <class T>
@@ -257,6 +265,79 @@ TYPED_TEST(Dct4Stages, SplitsByAllFactors) {
   }
 }
 
+// Zeros and ones of both signs.
+template <class T>
+std::vector<T> signedUnits(std::size_t count, std::uint64_t seed) {
+  Random random(seed);
+  std::vector<T> x(count);
+  std::ranges::generate(x, [&] { return std::array{T(0), -T(0), T(1), T(-1)}[random.bits() % 4]; });
+  return x;
+}
+
+// A row from its parts C and S of the columns, compared bit for bit.
+template <class T>
+void expectRow(const T* row, std::int32_t f, const std::vector<Complex<T>>& columns) {
+  for (std::int32_t j = 0; j < f; ++j) {
+    const auto& z = columns[static_cast<std::size_t>(j)];
+    ASSERT_TRUE(sameBits(&z.re, row + j, sizeof(T), sizeof(T))) << "column " << j;
+    ASSERT_TRUE(sameBits(&z.im, row + f + j, sizeof(T), sizeof(T))) << "column " << j;
+  }
+}
+
+// The mirrored half of the input has a minus, which is a subtraction from 0: a zero of plus sign stays one.
+TYPED_TEST(Dct4Stages, ColumnsOfTwoSubtractFromZero) {
+  using T = TypeParam;
+  const std::int32_t f = 8;
+  for (std::uint64_t seed = 0; seed < 20; ++seed) {
+    const auto x = signedUnits<T>(2 * f, seed);
+    AlignedSamples<T> work(2 * f);
+    typename TestFixture::TestPlan plan(f, 2, work.data());
+    plan.columnStage.kind = 1;
+    plan.columnLoop.kind = 1;
+    std::vector<T> y(x.size());
+    ASSERT_EQ(Dct4<T>::run(x.data(), y.data(), &plan.root), tfmStsOk);
+    std::vector<Complex<T>> expected;
+    for (std::size_t j = 0; j < f; ++j) {
+      expected.push_back({x[j], T(0) - x[x.size() - 1 - j]});
+    }
+    expectRow(work.data(), f, expected);
+  }
+}
+
+// A split of 4 by 2: the row of the second half is the conjugate of a difference, formed as a difference the other way.
+TYPED_TEST(Dct4Stages, SplitByTwoHasTheZerosOfItsForm) {
+  using T = TypeParam;
+  constexpr std::int32_t f = 8;
+  const T c = static_cast<T>(halfTurns(1, 4).real());
+  const T s = static_cast<T>(halfTurns(1, 4).imag());
+  for (std::uint64_t seed = 0; seed < 20; ++seed) {
+    const auto x = signedUnits<T>(4 * f, seed);
+    AlignedSamples<T> work(4 * f);
+    TestSplit<T> split(4, 2, f);
+    TfmgPlanList splitList{.item = &split.split.head.item, .next = nullptr, .arena = nullptr};
+    typename TestFixture::TestPlan plan(f, 4, work.data());
+    plan.columnStage.kind = 1;
+    plan.columnLoop.kind = 7;
+    plan.columnLoop.stageList = &splitList;
+    std::vector<T> y(x.size());
+    ASSERT_EQ(Dct4<T>::run(x.data(), y.data(), &plan.root), tfmStsOk);
+    std::vector<Complex<T>> first;
+    std::vector<Complex<T>> second;
+    for (std::size_t j = 0; j < f; ++j) {
+      const T c0 = x[j];
+      const T s0 = T(0) - x[4 * f - 1 - j];
+      const T c1 = x[2 * f + j];
+      const T s1 = T(0) - x[2 * f - 1 - j];
+      const T re = c1 * c - s1 * s;
+      const T im = c1 * s + s1 * c;
+      first.push_back({c0 + re, s0 + im});
+      second.push_back({c0 - re, im - s0});
+    }
+    expectRow(work.data(), f, first);
+    expectRow(work.data() + 2 * f, f, second);
+  }
+}
+
 // Only the kind of the root is an error; any other bad kind leaves its part of the work undone, and the call succeeds.
 TYPED_TEST(Dct4Stages, BadKinds) {
   using T = TypeParam;
@@ -330,6 +411,30 @@ TYPED_TEST(Dct4Stages, WorkOfABuiltPlan) {
   std::vector<T> z(4096);
   ASSERT_EQ(Dct4<T>::run(x.data(), z.data(), split()), tfmStsOk);
   this->expectColumns(x, static_cast<const T*>(split()->work), 32, 128);
+}
+
+TYPED_TEST(Dct4Stages, SplitMergeGivesATableBackForItsKindsOnly) {
+  using T = TypeParam;
+  const Plan<T> plan(4096);
+  const auto* stage = recordOf<TfmgOddColumnStage<T>>(tfmgListItem(plan()->columnList, 0));
+  const auto* loop = recordOf<TfmgOddColumnLoop<T>>(tfmgListItem(stage->stageList, 0));
+  const auto* split = recordOf<TfmgOddSplit<T>>(tfmgListItem(loop->stageList, 0));
+  auto* merge = recordOf<TfmgOddSplitMerge<T>>(tfmgListItem(split->mergeList, 0));
+  const TfmgArena* arena = plan()->head.arena;
+  const auto givenBack = [&](std::int32_t kind) {
+    merge->kind = kind;
+    const std::uintptr_t before = arena->next;
+    merge->head.item.release(&merge->head.item);
+    return static_cast<std::int64_t>(before - arena->next);
+  };
+  const std::int64_t lists = givenBack(0);
+  const std::int64_t table = 16 * std::int64_t{merge->halfRows} * (2 * merge->subFactor - 2);
+  for (const std::int32_t kind : {1, 2, 3, 4, 5}) {
+    EXPECT_EQ(givenBack(kind), lists + table) << kind;
+  }
+  for (const std::int32_t kind : {-1, 6, 7}) {
+    EXPECT_EQ(givenBack(kind), lists) << kind;
+  }
 }
 
 TEST(Dct4Lists, AppendItemAndRelease) {

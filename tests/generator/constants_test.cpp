@@ -5,9 +5,12 @@
 #include "number/roots.hpp"
 #include "plan/complex32.hpp"
 #include "plan/complex64.hpp"
+#include "plan/real.hpp"
 #include "print/numbers.hpp"
+#include "print/scalars.hpp"
 #include "print/vectors.hpp"
 #include "transform/complex.hpp"
+#include "transform/real.hpp"
 
 #include <gtest/gtest.h>
 
@@ -16,6 +19,7 @@
 #include <cstdlib>
 #include <regex>
 #include <string>
+#include <utility>
 #include <vector>
 
 extern "C" { // of libquadmath, whose header only g++ finds
@@ -98,6 +102,36 @@ TEST(GeneratorConstants, RaderMultipliersStandInTheText) {
     // Two bins share a product in 64-bit kernels, which doubles its factors.
     expectAmong(numbersOf(lower::complex64(*plan::complex64(13), sign), {print::Precision::twofold, 2}),
                 {0.08333333, 0.30046261, 2 * 0.25624767, 2 * 0.15689139}, 2 * eighthDecimal);
+  }
+}
+
+// The roots of a Good-Thomas plan on complex data are those of its factors.
+TEST(GeneratorConstants, FactorsOfComplexKernelsHaveTheConstantsOfTheirLength) {
+  const auto numbers = [](int length) {
+    return numbersOf(lower::complex64(*plan::complex64(length), transform::RootSign::forward),
+                     {print::Precision::twofold, 2});
+  };
+  for (const auto& [composite, factor] : {std::pair{26, 13}, {39, 13}, {52, 13}, {34, 17}, {18, 9}, {50, 25}, {54, 27}}) {
+    const std::vector<double> among = numbers(composite);
+    for (const double constant : numbers(factor)) {
+      EXPECT_TRUE(std::ranges::count(among, constant) > 0) << constant << " of " << factor << " in " << composite;
+    }
+  }
+}
+
+TEST(GeneratorConstants, LastRaderMultipliersOfRealKernels) {
+  const auto numbers = [](const plan::PlanPtr& plan, auto build, lower::Transform transform) {
+    return numbersIn(print::scalarStatements(lower::assignments(build(*plan), transform), false, false));
+  };
+  for (const int length : {13, 26, 53}) {
+    const plan::RealPlans& plans = plan::realPlans(length);
+    expectAmong(numbers(plans.forward, transform::forwardReal, lower::Transform::forward), {0.3004626062886657}, 0);
+    expectAmong(numbers(plans.hartley, transform::hartley, lower::Transform::hartley), {0.3004626062886657}, 0);
+    expectAmong(numbers(plans.inverse, transform::inverseReal, lower::Transform::inverse), {0.3004626062886657}, 0);
+  }
+  for (const int length : {11, 22, 33, 44, 55}) {
+    expectAmong(numbers(plan::realPlans(length).inverse, transform::inverseReal, lower::Transform::inverse),
+                {0.33166247903554}, 0);
   }
 }
 

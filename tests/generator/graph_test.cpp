@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <vector>
 
 namespace tfmgen::graph {
@@ -77,6 +78,30 @@ TEST(GeneratorGraph, EqualOperationsAreOneNode) {
   EXPECT_EQ(g.subtract({}, x[0]), -x[0]);
 }
 
+TEST(GeneratorGraph, DifferencesKeepTheOrientationInWhichTheyAreStated) {
+  Graph g;
+  const auto x = loads(g, kInputs);
+  const Ref difference = g.subtract(x[1], x[0]);
+  const Ref reversed = g.subtract(x[0], x[1]);
+  EXPECT_FALSE(difference.isNegative());
+  EXPECT_EQ(reversed, -difference);
+  const std::vector<double> equal = {1, 1, 1};
+  EXPECT_FALSE(std::signbit(valueOf(g, difference, equal)));
+  EXPECT_TRUE(std::signbit(valueOf(g, reversed, equal))) << "minus zero, where a difference of its own would give zero";
+}
+
+TEST(GeneratorGraph, ProductsAsStatedKeepSignsAndZerosOfTheirLanes) {
+  Graph g;
+  const auto x = loads(g, kInputs);
+  const Lanes factors = {1, 0, -1, 0};
+  const Ref product = g.multiplyAsStated(factors, x[0]);
+  EXPECT_FALSE(product.isNegative());
+  EXPECT_EQ(g.constant(g.node(product)), factors);
+  EXPECT_NE(product, g.multiplyAsStated({-1, 0, 1, 0}, x[0]));
+  EXPECT_EQ(g.multiplyAsStated(factors, -x[0]), -product);
+  EXPECT_TRUE(g.multiplyAsStated({0, 0, 0, 0}, x[0]).isZero());
+}
+
 TEST(GeneratorGraph, CountsOnlyWhatOutputsNeed) {
   Graph g;
   const auto x = loads(g, kInputs);
@@ -110,6 +135,23 @@ TEST(GeneratorGraph, TransposeComputesTheTransposedMatrix) {
     for (std::size_t j = 0; j < kInputs; ++j) {
       EXPECT_EQ(transposed[j][i], m[i][j]) << i << ", " << j;
     }
+  }
+}
+
+// y0 = s + d, y1 = s - d with d = x0 - x1: backward, d collects y0 - y1 or minus (y1 - y0), by the first user y1 here.
+TEST(GeneratorGraph, TransposedDifferencesGoByTheFirstUser) {
+  Graph forward;
+  const auto x = loads(forward, kInputs);
+  const Ref d = forward.subtract(x[0], x[1]);
+  const Ref y1 = forward.subtract(x[2], d);
+  const Ref y0 = forward.add(x[2], d);
+  const std::vector<double> equal = {1, 1};
+  for (const Minuend minuend : {Minuend::positive, Minuend::firstUser}) {
+    Graph backward;
+    const auto adjoints = loads(backward, 2);
+    const auto result = transpose(backward, forward, std::array{y0, y1}, adjoints, minuend);
+    EXPECT_EQ(result[0].isNegative(), minuend == Minuend::firstUser);
+    EXPECT_EQ(std::signbit(valueOf(backward, result[0], equal)), minuend == Minuend::firstUser);
   }
 }
 

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -56,6 +57,20 @@ TEST(GeneratorSchedule, BestOrderEndsWhatItHasBegun) {
     tasks.push_back({{32 + i}, false, true});
   }
   EXPECT_LE(registersNeeded(tasks, bestOrder(tasks, 4)), 4U);
+}
+
+TEST(GeneratorSchedule, PredecessorsComeFirst) {
+  std::vector<Task> tasks(16);
+  for (int i = 0; i < 16; ++i) {
+    tasks.push_back({{i, (i + 1) % 16}});
+  }
+  const std::vector<int> stores = {3, 15, 0, 7, 8};
+  for (const int value : stores) {
+    tasks.push_back({{16 + value}, false, true, tasks.size() == 32 ? -1 : static_cast<int>(tasks.size()) - 1});
+  }
+  std::vector<int> found;
+  std::ranges::copy_if(bestOrder(tasks, 4), std::back_inserter(found), [](int task) { return task >= 32; });
+  EXPECT_EQ(found, (std::vector{32, 33, 34, 35, 36}));
 }
 
 TEST(GeneratorSchedule, EveryTaskRunsOnceBehindItsOperands) {
