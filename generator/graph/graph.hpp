@@ -19,8 +19,8 @@ namespace tfmgen::graph {
 using number::Quad;
 
 // A signed reference to a node, or zero. A minus costs nothing: whoever uses the value turns an addition into a
-// subtraction or hands the minus on behind a product. Both keep every bit, signs of zeros included. A minus never changes
-// a difference into its reverse: a - b and -(b - a) are not the same zero.
+// subtraction or hands the minus on behind a product. Both keep every bit, signs of zeros included. A minus never
+// changes a difference into its reverse: a - b and -(b - a) are not the same zero.
 class Ref {
 public:
   constexpr Ref() = default;

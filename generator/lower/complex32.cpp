@@ -28,8 +28,8 @@ int partedPair(const plan::Plan& plan) {
 // The second factor of a power of two, whose registers are pairs throughout; 0 for other plans.
 int evenButterflies(const plan::Plan& plan) {
   const auto* form = std::get_if<plan::CooleyTukey>(&plan.form);
-  return form != nullptr && std::has_single_bit(static_cast<unsigned>(plan::length(plan))) ? plan::length(*form->second)
-                                                                                          : 0;
+  const bool isPowerOfTwo = std::has_single_bit(static_cast<unsigned>(plan::length(plan)));
+  return form != nullptr && isPowerOfTwo ? plan::length(*form->second) : 0;
 }
 
 // The outputs k2 of each outer transform in the order in which its last butterflies yield them: k2 and k2 + length/2

@@ -141,7 +141,7 @@ std::vector<number::Complex> chirpSpectrum(const std::vector<number::Complex>& c
     for (int j = 1 - n; j < n; ++j) {
       sum = sum + number::conjugate(at(c, std::abs(j))) * number::root(static_cast<long>(factor(sign)) * j * k, m);
     }
-    spectrum.push_back(graph::Quad{1} / m * sum);
+    spectrum.push_back(graph::Quad{1} / m * number::withExactZeros(sum));
   }
   return spectrum;
 }

@@ -12,12 +12,6 @@ Ref signedBy(Quad factor, Ref value) {
   return factor < 0 ? -value : value;
 }
 
-// What is left of an exact zero behind a sum of roots.
-Quad cleared(Quad x) {
-  constexpr Quad kNoise = 1e-28;
-  return number::magnitude(x) < kNoise ? Quad{0} : x;
-}
-
 Values directTwo(Graph& g, const Values& z) {
   return {add(g, z[0], z[1]), subtract(g, z[0], z[1])};
 }
@@ -192,7 +186,7 @@ std::vector<number::Complex> raderMultipliers(int p, int primitiveRoot, RootSign
       sum = sum + number::root(static_cast<long>(factor(sign)) * number::powerModulo(inverseRoot, i, p), p) *
                       number::root(static_cast<long>(factor(sign)) * i * m, q);
     }
-    factors.push_back({cleared(sum.re) / q, cleared(sum.im) / q});
+    factors.push_back(Quad{1} / q * number::withExactZeros(sum));
   }
   return factors;
 }

@@ -24,8 +24,8 @@ number::Complex multiplier(const plan::Rader& form, long u, int k) {
   return bins / q * sum;
 }
 
-// The multiplier of the last bin is real, sqrt(p)/q in magnitude. Real kernels of 11 and 13 hold it as the product of the
-// rounded square root and the rounded 1/q, one unit in the last place from the nearest double.
+// The multiplier of the last bin is real, sqrt(p)/q in magnitude. Real kernels of 11 and 13 hold it as the product of
+// the rounded square root and the rounded 1/q, one unit in the last place from the nearest double.
 Quad lastMultiplier(const Analysis& a, int p, Quad exact) {
   if (a.style == DirectStyle::complexSamples || (p != 11 && p != 13)) {
     return exact;

@@ -1,5 +1,5 @@
-// Complex powers of two in 32-bit samples: an inner transform, products by the vectors of twiddles with all their lanes,
-// an outer transform.
+// Complex powers of two in 32-bit samples: an inner transform, products by the vectors of twiddles with all their
+// lanes, an outer transform.
 #include "complex_forms.hpp"
 
 #include <numbers>
@@ -12,7 +12,8 @@ using Element = std::complex<float>;
 // exp(sign*2*pi*i*k/n) with exact quarters and zeros of plus sign.
 Element root(std::size_t k, std::size_t n, int sign) {
   const auto quadrant = static_cast<int>(4 * (k % n) / n);
-  const auto angle = 2 * std::numbers::pi_v<long double> * static_cast<long double>(k % n) / static_cast<long double>(n);
+  const auto angle =
+      2 * std::numbers::pi_v<long double> * static_cast<long double>(k % n) / static_cast<long double>(n);
   if (4 * k % n != 0) {
     return {static_cast<float>(std::cos(angle)), static_cast<float>(static_cast<long double>(sign) * std::sin(angle))};
   }

@@ -66,7 +66,8 @@ std::array<Pair<Real>, 2> column(const std::vector<Real>& x, std::size_t f, std:
   const Real b = (x[2 * f + j] - x[2 * f - 1 - j]) * r;
   const Real last = x[x.size() - 1 - j];
   const auto odd = static_cast<int>(2 * j + 1);
-  return {rotated(x[j] + a, b - last, Angle<Real>(odd, 4 * n)), rotated(x[j] - a, b + last, Angle<Real>(3 * odd, 4 * n))};
+  return {rotated(x[j] + a, b - last, Angle<Real>(odd, 4 * n)),
+          rotated(x[j] - a, b + last, Angle<Real>(3 * odd, 4 * n))};
 }
 
 template <class Real>

@@ -1,5 +1,6 @@
 // Kernels against their forms: the same operations in the order and the orientation in which the form states them, one
-// rounding each, in plain scalars. Results are compared bit for bit, signs of zeros included; of a NaN only that it is one.
+// rounding each, in plain scalars. Results are compared bit for bit, signs of zeros included; of a NaN only that it is
+// one.
 #pragma once
 
 #include "bits.hpp"
@@ -20,11 +21,18 @@
 namespace tfmgen::test {
 
 // Calls visit(x) for vectors x of `count` numbers: all those of zeros and ones of both signs where they are few enough;
-// many periodic ones of these with a few changes, since their sums cancel; random ones of these and of other numbers, and
-// of many magnitudes.
+// many periodic ones of these with a few changes, since their sums cancel; random ones of these and of other numbers,
+// and of many magnitudes.
 template <class Real, class Visit>
 void forEachInput(std::size_t count, const Visit& visit) {
-  constexpr std::array<Real, 10> kValues{Real(0), -Real(0), 1, -1, 3, Real(-0.3), Real(0.1), Real(-1e-20),
+  constexpr std::array<Real, 10> kValues{Real(0),
+                                         -Real(0),
+                                         1,
+                                         -1,
+                                         3,
+                                         Real(-0.3),
+                                         Real(0.1),
+                                         Real(-1e-20),
                                          -std::numeric_limits<Real>::denorm_min(),
                                          std::numeric_limits<Real>::infinity()};
   constexpr std::size_t kUnits = 4; // zeros and ones, the first of the values
@@ -75,8 +83,8 @@ struct Places {
   Real* result;
 };
 
-// Compares form(x, flag) with what run(x, places, flag) writes from places.source to places.result, for every flag and at
-// places on 16-byte boundaries and off them.
+// Compares form(x, flag) with what run(x, places, flag) writes from places.source to places.result, for every flag and
+// at places on 16-byte boundaries and off them.
 template <class Real, class Form, class Run>
 void expectForm(std::size_t count, std::size_t results, std::span<const std::int32_t> flags, const Form& form,
                 const Run& run) {

@@ -229,11 +229,11 @@ void compare(const Sequence<T>& sequence, Format format) {
 template <class T>
 void compareAll() {
   const std::vector<Sequence<T>> sequences{
-      {Kind::realForward, 2, forward2<T>},  {Kind::realForward, 3, forward3<T>}, {Kind::realForward, 4, forward4<T>},
-      {Kind::realForward, 5, forward5<T>},  {Kind::realForward, 8, forward8<T>}, {Kind::realForward, 16, forward16<T>},
-      {Kind::realInverse, 2, forward2<T>},  {Kind::realInverse, 3, inverse3<T>}, {Kind::realInverse, 4, inverse4<T>},
-      {Kind::realInverse, 8, inverse8<T>},  {Kind::hartley, 2, forward2<T>},     {Kind::hartley, 3, hartley3<T>},
-      {Kind::hartley, 4, hartley4<T>},      {Kind::hartley, 5, hartley5<T>},     {Kind::hartley, 8, hartley8<T>},
+      {Kind::realForward, 2, forward2<T>}, {Kind::realForward, 3, forward3<T>}, {Kind::realForward, 4, forward4<T>},
+      {Kind::realForward, 5, forward5<T>}, {Kind::realForward, 8, forward8<T>}, {Kind::realForward, 16, forward16<T>},
+      {Kind::realInverse, 2, forward2<T>}, {Kind::realInverse, 3, inverse3<T>}, {Kind::realInverse, 4, inverse4<T>},
+      {Kind::realInverse, 8, inverse8<T>}, {Kind::hartley, 2, forward2<T>},     {Kind::hartley, 3, hartley3<T>},
+      {Kind::hartley, 4, hartley4<T>},     {Kind::hartley, 5, hartley5<T>},     {Kind::hartley, 8, hartley8<T>},
   };
   for (const Sequence<T>& sequence : sequences) {
     if (sequence.kind == Kind::hartley) {

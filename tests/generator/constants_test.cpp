@@ -111,10 +111,20 @@ TEST(GeneratorConstants, FactorsOfComplexKernelsHaveTheConstantsOfTheirLength) {
     return numbersOf(lower::complex64(*plan::complex64(length), transform::RootSign::forward),
                      {print::Precision::twofold, 2});
   };
-  for (const auto& [composite, factor] : {std::pair{26, 13}, {39, 13}, {52, 13}, {34, 17}, {18, 9}, {50, 25}, {54, 27}}) {
+  for (const auto& [composite, factor] :
+       {std::pair{26, 13}, {39, 13}, {52, 13}, {34, 17}, {18, 9}, {50, 25}, {54, 27}}) {
     const std::vector<double> among = numbers(composite);
     for (const double constant : numbers(factor)) {
       EXPECT_TRUE(std::ranges::count(among, constant) > 0) << constant << " of " << factor << " in " << composite;
+    }
+  }
+}
+
+TEST(GeneratorConstants, ZerosInChirpsAreExact) {
+  for (const int length : {47, 59}) {
+    const lower::Kernel kernel = lower::complex32(*plan::complex32(length), transform::RootSign::forward);
+    for (const double constant : numbersOf(kernel, {print::Precision::single, 4})) {
+      EXPECT_TRUE(constant == 0 || constant > 1e-6) << constant << ", length " << length;
     }
   }
 }

@@ -129,7 +129,8 @@ TEST(GeneratorGraph, TransposeComputesTheTransposedMatrix) {
 
   Graph backward;
   const auto adjoints = loads(backward, outputs.size());
-  const Matrix transposed = matrixOf(backward, transpose(backward, forward, outputs, adjoints, Minuend::positive), outputs.size());
+  const Matrix transposed =
+      matrixOf(backward, transpose(backward, forward, outputs, adjoints, Minuend::positive), outputs.size());
   ASSERT_EQ(transposed.size(), std::size_t{kInputs});
   for (std::size_t i = 0; i < m.size(); ++i) {
     for (std::size_t j = 0; j < kInputs; ++j) {
