@@ -5,6 +5,8 @@
 #include "number/modular.hpp"
 #include "number/roots.hpp"
 
+#include <cmath>
+
 namespace tfmgen::transform {
 
 namespace {
@@ -30,7 +32,7 @@ Quad lastMultiplier(const Analysis& a, int p, Quad exact) {
   if (a.style == DirectStyle::complexSamples || (p != 11 && p != 13)) {
     return exact;
   }
-  const double magnitude = p == 11 ? 0.33166247903554 : 0.3004626062886657;
+  const double magnitude = std::sqrt(static_cast<double>(p)) * (1.0 / (p - 1));
   return exact < 0 ? -magnitude : magnitude;
 }
 
