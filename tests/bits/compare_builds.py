@@ -1,98 +1,125 @@
-"""Compares the results of different builds, bit for bit.
+"""Compares the results of different builds of the library, bit for bit. Each is put in front of the library of the build
+at hand, whose digest program prints the results and whose generated sources all of them share.
 
-sample  compiles a fixed part of the library's sources with the other compiler, puts these routines in front of the built
-        library and compares their digests. Of sources in numbered files, file 0 is the sample.
-matrix  builds the whole library with g++ and clang++ at -O1, -O2 and -O3 and compares all digests."""
+sample  a fixed part of the sources through the other compiler. Of sources in numbered files, file 0 is the sample.
+matrix  all sources through g++ and clang++ at -O1, -O2 and -O3."""
 
 import argparse
-import json
 import os
 import re
-import shlex
 import subprocess
 import sys
 from concurrent.futures import ThreadPoolExecutor
+from dataclasses import replace
 from pathlib import Path
 
-LIBRARY_ONLY = ["-DTFMGEN_EXAMPLES=OFF", "-DTFMGEN_BENCH=OFF", "-DTFMGEN_WERROR=OFF"]
+from compile_commands import commands_of
+
+C_COMPILERS = {"g++": "gcc", "clang++": "clang"}
+LIBRARY_ONLY = ["-DBUILD_TESTING=OFF", "-DTFMGEN_EXAMPLES=OFF", "-DTFMGEN_BENCH=OFF", "-DTFMGEN_WERROR=OFF"]
 
 
 def run(*command, **options):
     return subprocess.run([str(c) for c in command], check=True, stdout=subprocess.PIPE, text=True, **options).stdout
 
 
-def configure(source, build, compiler, *options):
-    c_compiler = {"g++": "gcc", "clang++": "clang"}[compiler]
-    run("cmake", "-S", source, "-B", build, "-G", "Ninja", f"-DCMAKE_CXX_COMPILER={compiler}",
-        f"-DCMAKE_C_COMPILER={c_compiler}", *LIBRARY_ONLY, *options)
+class Library:
+    """The objects of the library through one compiler, each compiled as a build with this compiler would."""
+
+    def __init__(self, arguments, compiler):
+        self.compiler, self.build = compiler, arguments.build
+        self.work = arguments.build / "other_builds" / compiler
+        run("cmake", "-S", arguments.source, "-B", self.work, "-G", "Ninja", f"-DCMAKE_CXX_COMPILER={compiler}",
+            f"-DCMAKE_C_COMPILER={C_COMPILERS[compiler]}", "-DCMAKE_BUILD_TYPE=Release", *LIBRARY_ONLY)
+        objects = [self.work / o.relative_to(self.build) for o in arguments.objects]
+        self.commands = [self._from_sources_at_hand(c) for c in commands_of(self.work, objects)]
+
+    def _from_sources_at_hand(self, command):
+        words = tuple(w.replace(str(self.work), str(self.build)) if w != "-o" else w for w in command.words)
+        return replace(command, words=words)
+
+    def sample(self):
+        self.commands = [c for c in self.commands if not re.search(r"_[1-9]\d*\.cpp$", c.source.name)]
+
+    def link(self, pool, *options):
+        """The shared library compiled with `options` besides; a future of its path."""
+        folder = self.work / "-".join(["objects", *options])
+        folder.mkdir(exist_ok=True)
+        targets = [folder / f"{i}_{c.source.name}.o" for i, c in enumerate(self.commands)]
+        compiled = [pool.submit(run, *c.writing(t, *options), cwd=c.folder) for c, t in zip(self.commands, targets)]
+
+        def linked():
+            for job in compiled:
+                job.result()
+            library = folder / "libcompared.so"
+            run(self.compiler, "-shared", "-Wl,-Bsymbolic", "-o", library, *targets)
+            return library
+        return linked
 
 
-def differences(expected, actual):
+def digest(arguments, library=None):
+    preload = {"LD_PRELOAD": str(library)} if library else {}
+    return run(arguments.digest, env={**os.environ, **preload})
+
+
+def exports(library):
+    return set(re.findall(r" T (tfmg\w+)", run("nm", "-D", "--defined-only", library)))
+
+
+def report(what, expected, actual):
     expected, actual = (dict(line.split() for line in text.splitlines()) for text in (expected, actual))
-    return sorted(name for name in expected.keys() | actual.keys() if expected.get(name) != actual.get(name))
-
-
-def report(what, different):
-    print(f"{what}: {'different bits: ' + ' '.join(different[:20]) if different else 'same bits'}")
+    different = sorted(name for name in expected.keys() | actual.keys() if expected.get(name) != actual.get(name))
+    print(f"{what}: {'different bits: ' + ' '.join(different[:20]) if different else 'same bits'}", flush=True)
     return not different
 
 
-def sample(arguments):
-    work = arguments.build / "other_compiler"
-    configure(arguments.source, work, arguments.compiler, "-DCMAKE_BUILD_TYPE=Release", "-DBUILD_TESTING=OFF")
-    library = work / "libsample.so"
-
-    def compile_source(entry):
-        # Generated sources are those of the build under test.
-        command = entry["command"].replace(str(work), str(arguments.build))
-        words = shlex.split(command)
-        output = work / (re.sub(r"\W", "_", os.path.relpath(entry["file"], arguments.source)) + ".o")
-        words[words.index("-o") + 1] = str(output)
-        run(*words, cwd=work)
-        return output
-
-    commands = json.loads((work / "compile_commands.json").read_text())
-    chosen = [c for c in commands if "/src/" in c["file"] and not re.search(r"_[1-9]\d*\.cpp$", c["file"])]
-    with ThreadPoolExecutor(2) as pool:
-        objects = list(pool.map(compile_source, chosen))
-    run(arguments.compiler, "-shared", "-Wl,-Bsymbolic", "-o", library, *objects)
+def sample(arguments, pool):
+    other = Library(arguments, arguments.compiler)
+    other.sample()
+    library = other.link(pool)()
+    expected = digest(arguments)
+    names = [line.split()[0] for line in expected.splitlines()]
+    sampled = exports(library) & set(names)
 
     def family(name):
         return re.sub(r"_\d+_", "_", name)
 
-    sampled = set(re.findall(r" T (tfmg\w+)", run("nm", "-D", "--defined-only", library)))
-    expected = run(arguments.digest)
-    names = [line.split()[0] for line in expected.splitlines()]
-    missing = {family(n) for n in names} - {family(n) for n in names if n in sampled}
+    missing = {family(n) for n in names} - {family(n) for n in sampled}
     if missing:
         sys.exit(f"no routine of {sorted(missing)} in the sample")
-    different = differences(expected, run(arguments.digest, env={**os.environ, "LD_PRELOAD": str(library)}))
-    print(f"{len(sampled & set(names))} of {len(names)} routines compiled with {arguments.compiler}")
-    return report(arguments.compiler, different)
+    print(f"{len(sampled)} of {len(names)} routines compiled with {arguments.compiler}")
+    return report(arguments.compiler, expected, digest(arguments, library))
 
 
-def matrix(arguments):
-    digests = {}
-    for compiler in "g++", "clang++":
+def matrix(arguments, pool):
+    expected = digest(arguments)
+    names = {line.split()[0] for line in expected.splitlines()}
+    print(f"{len(names)} routines; compared with the build at hand:", flush=True)
+    builds = {}
+    for compiler in C_COMPILERS:
+        library = Library(arguments, compiler)
         for level in "-O1", "-O2", "-O3":
-            build = arguments.build / "matrix" / (compiler + level)
-            configure(arguments.source, build, compiler, "-DCMAKE_BUILD_TYPE=None", f"-DCMAKE_CXX_FLAGS={level}")
-            run("cmake", "--build", build, "--target", "digest", "-j", str(os.cpu_count()))
-            digests[f"{compiler} {level}"] = run(build / "bin" / "digest")
-    (first, expected), *others = digests.items()
-    print(f"{len(expected.splitlines())} routines; compared with {first}:")
-    return all([report(name, differences(expected, actual)) for name, actual in others])
+            builds[f"{compiler} {level}"] = library.link(pool, level)
+    same = True
+    for name, linked in builds.items():
+        library = linked()
+        if names - exports(library):
+            sys.exit(f"{name}: lacks {sorted(names - exports(library))[:5]}")
+        same &= report(name, expected, digest(arguments, library))
+    return same
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("mode", choices=["sample", "matrix"])
     parser.add_argument("--source", type=Path, required=True)
-    parser.add_argument("--build", type=Path, required=True)
-    parser.add_argument("--compiler", help="the other compiler (sample)")
-    parser.add_argument("--digest", help="the digest program of the build under test (sample)")
+    parser.add_argument("--build", type=Path, required=True, help="the build at hand")
+    parser.add_argument("--digest", required=True, help="its digest program")
+    parser.add_argument("--compiler", choices=C_COMPILERS, help="the other compiler (sample)")
+    parser.add_argument("objects", type=Path, nargs="+", help="the objects of its library")
     arguments = parser.parse_args()
-    return 0 if {"sample": sample, "matrix": matrix}[arguments.mode](arguments) else 1
+    with ThreadPoolExecutor(os.cpu_count()) as pool:
+        return 0 if {"sample": sample, "matrix": matrix}[arguments.mode](arguments, pool) else 1
 
 
 if __name__ == "__main__":

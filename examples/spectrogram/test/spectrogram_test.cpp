@@ -36,10 +36,19 @@ int shell(const std::string& command) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
+// A path as one word of a command line.
+std::string word(const fs::path& path) {
+  std::string text = "'";
+  for (const char c : path.string()) {
+    text += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  }
+  return text + "'";
+}
+
 class Spectrogram : public testing::Test {
 protected:
   void SetUp() override {
-    std::string name = (fs::temp_directory_path() / "spectrogram.XXXXXX").string();
+    std::string name = (fs::temp_directory_path() / "a spectrogram.XXXXXX").string();
     ASSERT_NE(mkdtemp(name.data()), nullptr);
     directory_ = name;
     fs::create_directory(picture().parent_path());
@@ -72,13 +81,13 @@ protected:
   [[nodiscard]] Outcome run(const std::string& arguments) const {
     const fs::path out = directory_ / "out";
     const fs::path err = directory_ / "err";
-    const std::string command = SPECTROGRAM " " + arguments + " >" + out.string() + " 2>" + err.string();
+    const std::string command = word(SPECTROGRAM) + " " + arguments + " >" + word(out) + " 2>" + word(err);
     const int exitCode = shell(command);
     return {exitCode, contents(out), contents(err)};
   }
 
   [[nodiscard]] Outcome draw(const std::string& length) const {
-    return run(recording().string() + " " + picture().string() + " " + length);
+    return run(word(recording()) + " " + word(picture()) + " " + length);
   }
 
   // A clear message, an exit code, and nothing left where the picture would have been.
@@ -132,7 +141,7 @@ TEST_F(Spectrogram, RefusesBadArguments) {
     expectFailure(draw(length), "not a length");
   }
   expectFailure(run(""), "usage");
-  expectFailure(run(recording().string() + " " + recording().string()), "replace the recording");
+  expectFailure(run(word(recording()) + " " + word(recording())), "replace the recording");
 }
 
 TEST_F(Spectrogram, RefusesBadRecordings) {
@@ -150,13 +159,13 @@ TEST_F(Spectrogram, RefusesBadRecordings) {
 
 TEST_F(Spectrogram, UnwritablePicture) {
   writeWav(tone(1000, 200));
-  expectFailure(run(recording().string() + " " + (picture().parent_path() / "missing/p.png").string()), "cannot write");
+  expectFailure(run(word(recording()) + " " + word(picture().parent_path() / "missing/p.png")), "cannot write");
   fs::create_directory(directory_ / "folder");
-  expectFailure(run(recording().string() + " " + (directory_ / "folder").string()), "not a regular file");
+  expectFailure(run(word(recording()) + " " + word(directory_ / "folder")), "not a regular file");
   // Without room for the new picture the old one stays: a limit of the shell stops the file after a block of 512 bytes.
   std::ofstream(picture()) << "old";
-  const std::string limited = "sh -c 'trap \"\" XFSZ; ulimit -f 1; exec " SPECTROGRAM " " + recording().string() + " " +
-                              picture().string() + " 2>/dev/null'";
+  const std::string limited = "(trap '' XFSZ; ulimit -f 1; exec " + word(SPECTROGRAM) + " " + word(recording()) + " " +
+                              word(picture()) + " 2>/dev/null)";
   EXPECT_EQ(shell(limited), 1);
   EXPECT_EQ(contents(picture()), "old");
   EXPECT_EQ(std::distance(fs::directory_iterator(picture().parent_path()), {}), 1);
