@@ -8,9 +8,15 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <span>
 #include <utility>
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef __has_feature // of clang
+#define TFMGEN_TEST_HAS_FEATURE(feature) __has_feature(feature)
+#else
+#define TFMGEN_TEST_HAS_FEATURE(feature) 0
+#endif
+#if defined(__SANITIZE_ADDRESS__) || TFMGEN_TEST_HAS_FEATURE(address_sanitizer)
 #include <sanitizer/asan_interface.h>
 #else
 #define ASAN_POISON_MEMORY_REGION(address, size) (static_cast<void>(address), static_cast<void>(size))
@@ -56,6 +62,12 @@ public:
     ASAN_POISON_MEMORY_REGION(begin_, size_);
     ASAN_UNPOISON_MEMORY_REGION(begin_ + offset, bytes);
     return reinterpret_cast<Element*>(begin_ + offset);
+  }
+
+  // All of the memory, nothing of it closed any more.
+  std::span<std::byte> all() {
+    ASAN_UNPOISON_MEMORY_REGION(begin_, size_);
+    return {begin_, size_};
   }
 
   void makeReadOnly() { protect(PROT_READ); }
