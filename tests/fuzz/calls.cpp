@@ -113,6 +113,7 @@ void trySuccess(const Subject& subject, std::int32_t flag, Input& input) {
   buffer = input.once(2) ? nullptr : subject.bufferBytes == 0 ? wild<std::uint8_t>(input) : buffer;
 
   std::vector<std::vector<std::byte>> images;
+  images.reserve(memories.size());
   for (Watched& memory : memories) {
     images.push_back(memory.contents());
   }
@@ -307,7 +308,8 @@ void tryExport(std::size_t number, Input& input) {
   if (number < 2 * perDct4) {
     return number < perDct4 ? tryDct4<float>(number, input) : tryDct4<double>(number % perDct4, input);
   }
-  require(tfmgenGetLibVersion() == tfmgenGetLibVersion() && tfmgenGetLibVersion()->major == 6, "one version record");
+  const TfmLibVersion* const version = tfmgenGetLibVersion();
+  require(version == tfmgenGetLibVersion() && version->major == 6, "one version record");
 }
 
 } // namespace

@@ -1,9 +1,11 @@
 // What the fuzz targets share: choices made from a string of bytes, and the end of a run that broke a promise.
 #pragma once
 
+#include "bits.hpp"
 #include "random.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -86,7 +88,8 @@ bool sameReals(std::span<const std::byte> expected, std::span<const std::byte> a
     Real b;
     std::memcpy(&a, &expected[i], sizeof a);
     std::memcpy(&b, &actual[i], sizeof b);
-    if (std::memcmp(&a, &b, sizeof a) != 0 && !(std::isnan(a) && std::isnan(b))) {
+    const bool equal = bitsAt(&a, sizeof a) == bitsAt(&b, sizeof b);
+    if (!equal && !(std::isnan(a) && std::isnan(b))) {
       return false;
     }
   }
