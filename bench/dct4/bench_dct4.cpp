@@ -1,7 +1,7 @@
 // The DCT-IV beside other libraries' in one run: FFTW's REDFT11, planned by measurement, and the half-length inverse
 // MDCT of libavutil, which is a DCT-IV with its output in reverse order. Prints the usual report, then a table of
 // ratios, worst first.
-#include "tfmgen.h"
+#include "dct4.hpp"
 
 #include <benchmark/benchmark.h>
 
@@ -23,6 +23,8 @@ extern "C" {
 }
 
 namespace {
+
+using tfmgen::test::Dct4;
 
 constexpr int kShortest = 2;
 constexpr int kLongest = 65536;
@@ -59,15 +61,9 @@ void measure(benchmark::State& state, int n, const Call& call) {
 template <class T>
 void runTfmgen(benchmark::State& state, int n) {
   TfmgDCT4Plan* plan = nullptr;
-  if constexpr (std::is_same_v<T, float>) {
-    tfmgDCT4InitAlloc_32f(&plan, n);
-    measure<T>(state, n, [plan](const T* src, T* dst) { tfmgDCT4_32f(src, dst, plan); });
-    tfmgDCT4Free_32f(plan);
-  } else {
-    tfmgDCT4InitAlloc_64f(&plan, n);
-    measure<T>(state, n, [plan](const T* src, T* dst) { tfmgDCT4_64f(src, dst, plan); });
-    tfmgDCT4Free_64f(plan);
-  }
+  Dct4<T>::initAlloc(&plan, n);
+  measure<T>(state, n, [plan](const T* src, T* dst) { Dct4<T>::run(src, dst, plan); });
+  Dct4<T>::free(plan);
 }
 
 template <class T>

@@ -10,8 +10,8 @@
 
 #include "loop.hpp"
 #include "marks.hpp"
-#include "tfmgen.h"
 #include "timing.hpp"
+#include "wht.hpp"
 
 #include <benchmark/benchmark.h>
 #include <fftw3.h>
@@ -28,7 +28,7 @@
 
 namespace {
 
-constexpr int kOrders = 13;
+constexpr int kOrders = tfmgen::test::kWhtOrders;
 
 struct AlignedDelete {
   void operator()(void* block) const { ::operator delete (block, std::align_val_t{64}); }
@@ -44,25 +44,23 @@ Block<T> allocate(std::size_t count) {
   return Block<T>(static_cast<T*>(block));
 }
 
-// The two precisions of FFTW and of the library under one name.
+using tfmgen::test::Wht;
+
+// The two precisions of FFTW under one name.
 template <class Real>
-struct Api;
+struct Fftw;
 
 template <>
-struct Api<float> {
+struct Fftw<float> {
   static constexpr const char* name = "32f";
-  static constexpr auto call = tfmgWHT_32f;
-  static constexpr auto bufferSize = tfmgWHTGetBufferSize_32f;
   static constexpr auto plan = fftwf_plan_r2r;
   static constexpr auto execute = fftwf_execute;
   static constexpr auto destroy = fftwf_destroy_plan;
 };
 
 template <>
-struct Api<double> {
+struct Fftw<double> {
   static constexpr const char* name = "64f";
-  static constexpr auto call = tfmgWHT_64f;
-  static constexpr auto bufferSize = tfmgWHTGetBufferSize_64f;
   static constexpr auto plan = fftw_plan_r2r;
   static constexpr auto execute = fftw_execute;
   static constexpr auto destroy = fftw_destroy_plan;
@@ -90,10 +88,10 @@ double bound(int order) {
 
 template <class Real>
 void compare(int order, int rounds) {
-  using A = Api<Real>;
+  using Peer = Fftw<Real>;
   const std::size_t n = std::size_t{1} << order;
   std::int32_t bytes = 0;
-  A::bufferSize(order, &bytes);
+  Wht<Real>::bufferSize(order, &bytes);
   const auto src = allocate<Real>(n);
   const auto dst = allocate<Real>(n + 1);
   const auto buffer = allocate<std::uint8_t>(static_cast<std::size_t>(bytes));
@@ -102,7 +100,7 @@ void compare(int order, int rounds) {
   twos.fill(2);
   std::array<fftw_r2r_kind, kOrders> kinds{};
   kinds.fill(FFTW_DHT);
-  const auto plan = A::plan(order, twos.data(), src.get(), dst.get(), kinds.data(), FFTW_MEASURE);
+  const auto plan = Peer::plan(order, twos.data(), src.get(), dst.get(), kinds.data(), FFTW_MEASURE);
   std::fill_n(src.get(), n, Real(1));
 
   constexpr double never = std::numeric_limits<double>::infinity();
@@ -111,16 +109,18 @@ void compare(int order, int rounds) {
   double loop = never;
   double fftw = never;
   for (int round = 0; round < rounds; ++round) {
-    aligned = std::min(aligned, ticks(order, [&] { A::call(src.get(), dst.get(), order, TFM_NO_DIV, buffer.get()); }));
+    aligned = std::min(
+        aligned, ticks(order, [&] { Wht<Real>::general(src.get(), dst.get(), order, TFM_NO_DIV, buffer.get()); }));
     unaligned =
-        std::min(unaligned, ticks(order, [&] { A::call(src.get(), dst.get() + 1, order, TFM_NO_DIV, buffer.get()); }));
+        std::min(unaligned,
+                 ticks(order, [&] { Wht<Real>::general(src.get(), dst.get() + 1, order, TFM_NO_DIV, buffer.get()); }));
     loop = std::min(loop, ticks(order, [&] { loopWht(src.get(), dst.get(), order); }));
-    fftw = std::min(fftw, ticks(order, [&] { A::execute(plan); }));
+    fftw = std::min(fftw, ticks(order, [&] { Peer::execute(plan); }));
   }
-  A::destroy(plan);
+  Peer::destroy(plan);
   const Mark& there = kMarks<Real>[static_cast<std::size_t>(order - 1)];
   const double mark = there.cycles * (there.carrier == Carrier::loop ? loop : fftw) / there.carrierCycles;
-  std::printf("%s %5d %10.1f %10.1f %8.2f %8.2f %8.2f %9.2f %9.2f\n", A::name, order, aligned, unaligned,
+  std::printf("%s %5d %10.1f %10.1f %8.2f %8.2f %8.2f %9.2f %9.2f\n", Peer::name, order, aligned, unaligned,
               2.0 * static_cast<double>(n * sizeof(Real)) / aligned, aligned / bound<Real>(order), aligned / mark,
               loop / aligned, fftw / aligned);
 }
