@@ -89,6 +89,7 @@ private:
     }
     slot.buffer.reset();
     slot.plan = nullptr;
+    slot.origin = Origin::library;
   }
 
   static void allocate(Slot& slot, Input& input) {
