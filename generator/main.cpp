@@ -4,6 +4,8 @@
 //   tfmgen-generator complex64 DIRECTORY COUNT   the same with files complex64_0.cpp, ...
 //   tfmgen-generator real DIRECTORY COUNT        the same with files real_0.cpp, ...
 //   tfmgen-generator --counts                    name,multiplications,additions,shuffles,rotations, a line a kernel
+//   tfmgen-generator --errors                    what is known of the rounding error, a line a routine: error/table.hpp
+#include "error/table.hpp"
 #include "lower/complex32.hpp"
 #include "lower/complex64.hpp"
 #include "lower/real.hpp"
@@ -121,9 +123,25 @@ void printCounts() {
   }
 }
 
+void printErrors() {
+  std::cout << error::tableTitles() << '\n';
+  for (MakeComplex* const make : {complex32Kernel, complex64Kernel}) {
+    for (const print::ComplexKernel& k : complexKernels(*make)) {
+      std::cout << error::tableLine(k) << std::flush;
+    }
+  }
+  for (const RealKernel& k : realKernels()) {
+    std::cout << error::tableLines(k.kernel, k.transform, k.length) << std::flush;
+  }
+}
+
 int run(const std::vector<std::string>& arguments) {
   if (arguments.size() == 1 && arguments[0] == "--counts") {
     printCounts();
+    return 0;
+  }
+  if (arguments.size() == 1 && arguments[0] == "--errors") {
+    printErrors();
     return 0;
   }
   const std::map<std::string, void (*)(const std::string&, std::size_t)> families{
@@ -132,7 +150,7 @@ int run(const std::vector<std::string>& arguments) {
     families.at(arguments[0])(arguments[1], std::stoul(arguments[2]));
     return 0;
   }
-  std::cerr << "usage: tfmgen-generator FAMILY DIRECTORY COUNT | --counts\n";
+  std::cerr << "usage: tfmgen-generator FAMILY DIRECTORY COUNT | --counts | --errors\n";
   return 2;
 }
 
