@@ -65,8 +65,8 @@ def summary(series):
 
 
 WORST = """
-The largest bounds stand at the primes whose algorithm is a convolution with further convolutions inside, 47 and 59
-above all (at 47 with 32-bit complex samples a chirp of length 96): each convolution is two transforms and a spectrum of
+The largest bounds stand at the primes whose algorithm is a convolution with further convolutions inside, 47, 53 and 59
+above all (with 32-bit complex samples 47 and 59 are chirps of length 96 and 128): each convolution is two transforms and a spectrum of
 factors between them, and what one of them amplifies most the bound passes on to the next. The ratio of bound to worst is
 largest there for the same reason: no input meets the worst of all stages at once.
 """

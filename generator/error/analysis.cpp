@@ -92,24 +92,40 @@ Matrix Analysis::errorsOfConstants(const Scale& scale) const {
   return m;
 }
 
-Figures Analysis::figures(const Scale& scale) const {
-  const Matrix constants = errorsOfConstants(scale);
+// What is stored is rounded behind the scale. Where that holds for some outputs only, theirs is the norm that counts.
+double Analysis::lastRoundings(const Scale& scale, double normOfAll) const {
   Matrix rounded = outputs(scale);
-  double largestUnit = 0;
-  double variance = scale.stored * scale.stored * variance_ + constants.squaredNorm();
-  for (std::size_t k = 0; k < program_.outputs().size(); ++k) {
-    const Output& output = program_.outputs()[k];
-    const double unit = lastUnit(output, scale);
-    auto row = rounded.row(static_cast<Eigen::Index>(k));
-    if (unit != 0) {
-      variance += varianceOfOutput(program_, linear_, output, scale.stored, row.norm());
-    }
-    row *= unit;
-    largestUnit = std::max(largestUnit, unit);
+  double largest = 0;
+  double smallest = 2;
+  for (Eigen::Index k = 0; k < rounded.rows(); ++k) {
+    const double unit = lastUnit(program_.outputs()[static_cast<std::size_t>(k)], scale);
+    rounded.row(k) *= unit;
+    largest = std::max(largest, unit);
+    smallest = std::min(smallest, unit);
   }
-  const double last = largestUnit == 0 ? 0 : norm2(rounded) + largestUnit * scale.stored * unit_ * bound_;
-  const double bound = scale.stored * bound_ + last + norm2(constants);
+  const double norm = largest == smallest ? largest * normOfAll : norm2(rounded);
+  return norm + largest * scale.stored * unit_ * bound_;
+}
+
+double Analysis::varianceOfLastRoundings(const Scale& scale) const {
+  const Matrix all = outputs(scale);
+  double variance = 0;
+  for (Eigen::Index k = 0; k < all.rows(); ++k) {
+    const Output& output = program_.outputs()[static_cast<std::size_t>(k)];
+    if (lastUnit(output, scale) != 0) {
+      variance += varianceOfOutput(program_, linear_, output, scale.stored, all.row(k).norm());
+    }
+  }
+  return variance;
+}
+
+Figures Analysis::figures(const Scale& scale) const {
   const double norm = static_cast<double>(scale.exact) * exact_.norm;
+  const Matrix constants = errorsOfConstants(scale);
+  const double ofConstants = norm2(constants);
+  const double bound = scale.stored * bound_ + lastRoundings(scale, norm + unit_ * ofConstants) + ofConstants;
+  const double variance =
+      scale.stored * scale.stored * variance_ + varianceOfLastRoundings(scale) + constants.squaredNorm();
   const auto inputs = static_cast<double>(program_.inputs());
   return {(1 + kMargin) * bound / norm, std::sqrt(variance / inputs) / norm};
 }

@@ -42,8 +42,8 @@ Exact exactComplex(int length, transform::RootSign sign) {
   return exact;
 }
 
-// Rows and columns are orthogonal. The longest are those of bin 0, of square length N, but for the columns of inner bins
-// in the way back: these count twice, so that theirs is 2N.
+// Rows and columns are orthogonal. The longest are those of bin 0, of square length N, but for the columns of inner
+// bins in the way back: these count twice, so that theirs is 2N.
 Exact exactReal(int length, lower::Transform transform) {
   const auto order = static_cast<std::size_t>(length);
   const bool countsTwice = transform == lower::Transform::inverse && length > 2;

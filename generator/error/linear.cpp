@@ -1,6 +1,7 @@
 #include "linear.hpp"
 
 #include <algorithm>
+#include <functional>
 
 namespace tfmgen::error {
 
@@ -8,8 +9,13 @@ namespace {
 
 using Row = std::vector<Quad>;
 
+// Most factors are 1 or -1, and products of this precision are slow.
 void addTo(Row& sum, double factor, const Row& row) {
-  if (factor != 0) {
+  if (factor == 1) {
+    std::ranges::transform(sum, row, sum.begin(), std::plus{});
+  } else if (factor == -1) {
+    std::ranges::transform(sum, row, sum.begin(), std::minus{});
+  } else if (factor != 0) {
     std::ranges::transform(sum, row, sum.begin(), [f = Quad{factor}](Quad a, Quad b) { return a + f * b; });
   }
 }

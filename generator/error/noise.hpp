@@ -1,10 +1,10 @@
 // Rounding errors as noise: their variances for independent elements of the standard normal distribution.
 //
 // Every value of a kernel is then normally distributed. Where it comes from a product, its error is taken as uniform
-// over its unit in the last place, averaged over the binades of the distribution (Widrow and Kollar, Quantization Noise,
-// chapter 12). A sum of two numbers of the sample type is a multiple of the smaller of their units: it is exact where it
-// has no larger unit itself, else it loses few bits, which makes its error discrete. Errors of different steps are taken
-// as uncorrelated.
+// over its unit in the last place, averaged over the binades of the distribution (Widrow and Kollar, Quantization
+// Noise, chapter 12). A sum of two numbers of the sample type is a multiple of the smaller of their units: it is exact
+// where it has no larger unit itself, else it loses few bits, which makes its error discrete. Errors of different steps
+// are taken as uncorrelated.
 #pragma once
 
 #include "linear.hpp"

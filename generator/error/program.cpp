@@ -27,8 +27,7 @@ bool isPowerOfTwo(double factor) {
 class Vectors {
 public:
   Vectors(const lower::Kernel& kernel, std::size_t elements, int sampleBits)
-      : kernel_(kernel), count_(sampleBits == 32 ? 4 : 2), program_(2 * elements, sampleBits),
-        outputs_(2 * elements) {}
+      : kernel_(kernel), count_(sampleBits == 32 ? 4 : 2), program_(2 * elements, sampleBits), outputs_(2 * elements) {}
 
   Program run() {
     const Graph& g = kernel_.graph;

@@ -18,12 +18,11 @@ struct Row {
 
 Row row(const Program& program, const Exact& exact, int length) {
   const Analysis analysis(program, exact);
-  const auto scaled = [&](const Scale& scale) {
-    return Row{analysis.figures(kUnscaled), scale, analysis.figures(scale)};
-  };
-  const Row first = scaled(reciprocal(length, program.sampleBits()));
-  const Row second = scaled(reciprocalRoot(length, program.sampleBits()));
-  return second.scaled.bound > first.scaled.bound ? second : first;
+  const Figures unscaled = analysis.figures(kUnscaled);
+  const auto scaled = [&](const Scale& scale) { return Row{unscaled, scale, analysis.figures(scale)}; };
+  const Row byLength = scaled(reciprocal(length, program.sampleBits()));
+  const Row byRoot = scaled(reciprocalRoot(length, program.sampleBits()));
+  return byRoot.scaled.bound > byLength.scaled.bound ? byRoot : byLength;
 }
 
 std::string line(const std::string& name, const Row& row) {

@@ -7,8 +7,8 @@
 
 namespace tfmgen::error {
 
-// The first line. Without a scale that rounds (TFM_NO_DIV); then with one of the factors 1/n and 1/sqrt(n), whichever has
-// the larger bound.
+// The first line. Without a scale that rounds (TFM_NO_DIV); then with one of the factors 1/n and 1/sqrt(n), whichever
+// has the larger bound.
 constexpr const char* tableTitles() {
   return "name,bound,predicted,scale,scaled_bound,scaled_predicted";
 }

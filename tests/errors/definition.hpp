@@ -1,6 +1,6 @@
 // The transforms by their definitions on numbers in a fixed order: re and im of each element; samples; or R(0), R(1),
-// I(1), R(2) and so on of a half spectrum. Made to be called very often: sums and differences of mirrored elements leave
-// a quarter of the products.
+// I(1), R(2) and so on of a half spectrum. Made to be called very often: sums and differences of mirrored elements
+// leave a quarter of the products.
 #pragma once
 
 #include "families.hpp"

@@ -4,8 +4,8 @@
 //
 // Reads what tfmgen-generator --errors has written and prints name,scale,bound,predicted,measured,worst: two lines a
 // routine, without a rounded scale and with the worse of two. `measured` is the root mean square over that many vectors
-// of white noise, and more at lengths below 64, so that all lengths have as many outputs; `worst` is the largest error that was found, over these, over sparse vectors and by climbing from
-// both. All in units of u norm2(T) norm2(x).
+// of white noise, and more at lengths below 64, so that all lengths have as many outputs; `worst` is the largest error
+// that was found, over these, over sparse vectors and by climbing from both. All in units of u norm2(T) norm2(x).
 //
 // The exact result is the definition in long double for 64-bit samples. For 32-bit samples it is the 64-bit routine of
 // the same transform, whose error is 2^-29 of theirs as long as its own line here is what it should be.
@@ -49,8 +49,7 @@ Table readTable(const std::string& path) {
     for (std::string field; std::getline(text, field, ',');) {
       fields.push_back(field);
     }
-    table[fields.at(0)] = {Figures{"1", fields.at(1), fields.at(2)},
-                           Figures{fields.at(3), fields.at(4), fields.at(5)}};
+    table[fields.at(0)] = {Figures{"1", fields.at(1), fields.at(2)}, Figures{fields.at(3), fields.at(4), fields.at(5)}};
   }
   return table;
 }
@@ -209,7 +208,7 @@ private:
   struct Scale {
     std::int32_t flag;
     Wide exact;
-    double worst = 0;          // of the first routine
+    double worst = 0;         // of the first routine
     std::vector<Real> worstX; // where
   };
 
@@ -307,7 +306,7 @@ private:
 
   // Changes that make the error no smaller stay.
   void climb(std::size_t s) {
-    constexpr int kSteps = 3000;
+    constexpr int kSteps = 2000;
     for (int step = 0; step < kSteps; ++step) {
       x_ = scales_[s].worstX;
       for (std::uint64_t changes = 1 + random_.bits() % 2; changes > 0; --changes) {
@@ -346,8 +345,8 @@ private:
 template <class Real>
 void measureAll(const Table& table, int vectors) {
   const Noise<Real> noise;
-  for (const Kind kind : {Kind::complexForward, Kind::complexInverse, Kind::realForward, Kind::realInverse,
-                          Kind::hartley}) {
+  for (const Kind kind :
+       {Kind::complexForward, Kind::complexInverse, Kind::realForward, Kind::realInverse, Kind::hartley}) {
     for (int n = kShortest; n <= kLongest; ++n) {
       Measurement<Real> measurement(kind, n, table, noise);
       measurement.run(vectors * kLongest / n);

@@ -68,7 +68,8 @@ TEST(GeneratorError, GraphsComputeTheirTransforms) {
     const Exact exact = exactReal(length, lower::Transform::forward);
     for (std::size_t i = 0; i < computed.size(); ++i) {
       for (std::size_t j = 0; j < computed.size(); ++j) {
-        ASSERT_TRUE(number::magnitude(computed[i][j] - exact.matrix[i][j]) < 0x1p-49) << length << ": " << i << ", " << j;
+        ASSERT_TRUE(number::magnitude(computed[i][j] - exact.matrix[i][j]) < 0x1p-49)
+            << length << ": " << i << ", " << j;
       }
     }
   }

@@ -164,9 +164,9 @@ TEST_F(NearestConstants, OfRealKernels) {
   for (int n = 2; n <= kLast; ++n) {
     SCOPED_TRACE(n);
     const plan::RealPlans& plans = plan::realPlans(n);
-    for (const transform::RealKernel& kernel : {transform::forwardReal(*plans.forward),
-                                                transform::inverseReal(*plans.inverse),
-                                                transform::hartley(*plans.hartley)}) {
+    for (const transform::RealKernel& kernel :
+         {transform::forwardReal(*plans.forward), transform::inverseReal(*plans.inverse),
+          transform::hartley(*plans.hartley)}) {
       expectNearest<double>(kernel.graph, kernel.results, true);
     }
   }
