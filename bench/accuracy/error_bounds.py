@@ -25,7 +25,7 @@ the distribution of every value and what its rounding loses. `generator/error/an
 `tfmgen-generator --errors` prints both.
 
 "Measured" is the root mean square over at least {vectors} vectors of white noise of variance 1, "worst" the largest
-error found, over these vectors, over sparse ones and by climbing from both. All figures are in units of
+error found, over these vectors, over sparse and periodic ones and by climbing from all of them. All figures are in units of
 u norm2(T) norm2(x), so those of half spectra differ from the relative errors above, which refer to norm2(T x). The first
 four columns are without a rounded scale (`TFM_NO_DIV`), the last four with the named factor, the one of 1/n and
 1/sqrt(n) with the larger bound. The three formats of a half spectrum have equal figures.

@@ -111,7 +111,6 @@ private:
       case Op::add: lanes[i] = program_.add(left[i], right[i]); break;
       case Op::subtract: lanes[i] = program_.add(left[i], right[i].times(-1)); break;
       case Op::multiply: lanes[i] = program_.multiply(rounded(kernel_.graph.constant(n)[i]), left[i]); break;
-      case Op::negate: lanes[i] = left[i].times(-1); break;
       default: std::abort(); // not lane by lane
       }
     }

@@ -58,7 +58,7 @@ private:
   [[nodiscard]] bool isInner(std::size_t k) const { return k != 0 && 2 * k != n_; }
 
   template <class Real>
-  Parts parts(const std::vector<Real>& numbers, std::size_t stride, std::size_t offset) const {
+  [[nodiscard]] Parts parts(const std::vector<Real>& numbers, std::size_t stride, std::size_t offset) const {
     Parts p{std::vector<Wide>(count_), std::vector<Wide>(count_)};
     for (std::size_t j = 0; j < count_; ++j) {
       const Wide lower = numbers[stride * j + offset];
@@ -70,7 +70,7 @@ private:
   }
 
   template <class Real>
-  Parts spectrum(const std::vector<Real>& numbers) const {
+  [[nodiscard]] Parts spectrum(const std::vector<Real>& numbers) const {
     Parts p{std::vector<Wide>(count_), std::vector<Wide>(count_)};
     for (std::size_t k = 0; k < count_; ++k) {
       const Wide re = numbers[k == 0 ? 0 : 2 * k - 1];

@@ -4,8 +4,8 @@
 //
 // Reads what tfmgen-generator --errors has written and prints name,scale,bound,predicted,measured,worst: two lines a
 // routine, without a rounded scale and with the worse of two. `measured` is the root mean square over that many vectors
-// of white noise, and more at lengths below 64, so that all lengths have as many outputs; `worst` is the largest error
-// that was found, over these, over sparse vectors and by climbing from both. All in units of u norm2(T) norm2(x).
+// of white noise, more at short lengths, which have few outputs; `worst` is the largest error that was found, over
+// these, over sparse and periodic vectors and by climbing from all of them. All in units of u norm2(T) norm2(x).
 //
 // The exact result is the definition in long double for 64-bit samples. For 32-bit samples it is the 64-bit routine of
 // the same transform, whose error is 2^-29 of theirs as long as its own line here is what it should be.
@@ -14,6 +14,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
+#include <exception>
 #include <fstream>
 #include <iostream>
 #include <limits>
@@ -342,6 +344,8 @@ private:
   double squaredUnit_ = 0;
 };
 
+constexpr int kOutputs = 128000; // at least
+
 template <class Real>
 void measureAll(const Table& table, int vectors) {
   const Noise<Real> noise;
@@ -349,7 +353,7 @@ void measureAll(const Table& table, int vectors) {
        {Kind::complexForward, Kind::complexInverse, Kind::realForward, Kind::realInverse, Kind::hartley}) {
     for (int n = kShortest; n <= kLongest; ++n) {
       Measurement<Real> measurement(kind, n, table, noise);
-      measurement.run(vectors * kLongest / n);
+      measurement.run(std::max(vectors, kOutputs / n));
       measurement.print(table);
     }
   }
@@ -359,14 +363,19 @@ void measureAll(const Table& table, int vectors) {
 } // namespace tfmgen::test
 
 int main(int argc, char** argv) {
-  const int vectors = argc == 3 ? std::atoi(argv[2]) : 0;
+  const int vectors = argc == 3 ? static_cast<int>(std::strtol(argv[2], nullptr, 10)) : 0;
   if (vectors < 1) {
     std::cerr << "usage: measure_errors FIGURES.csv VECTORS\n";
     return 2;
   }
-  const tfmgen::test::Table table = tfmgen::test::readTable(argv[1]);
-  std::cout << "name,scale,bound,predicted,measured,worst\n";
-  tfmgen::test::measureAll<float>(table, vectors);
-  tfmgen::test::measureAll<double>(table, vectors);
+  try {
+    const tfmgen::test::Table table = tfmgen::test::readTable(argv[1]);
+    std::cout << "name,scale,bound,predicted,measured,worst\n";
+    tfmgen::test::measureAll<float>(table, vectors);
+    tfmgen::test::measureAll<double>(table, vectors);
+  } catch (const std::exception& error) {
+    std::cerr << "measure_errors: " << error.what() << '\n';
+    return 1;
+  }
   return 0;
 }

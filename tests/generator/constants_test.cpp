@@ -9,6 +9,7 @@
 #include "print/numbers.hpp"
 #include "print/scalars.hpp"
 #include "print/vectors.hpp"
+#include "quadmath.hpp"
 #include "transform/complex.hpp"
 #include "transform/real.hpp"
 
@@ -21,12 +22,6 @@
 #include <string>
 #include <utility>
 #include <vector>
-
-extern "C" { // of libquadmath, whose header only g++ finds
-tfmgen::number::Quad sinq(tfmgen::number::Quad x);
-tfmgen::number::Quad cosq(tfmgen::number::Quad x);
-tfmgen::number::Quad acosq(tfmgen::number::Quad x);
-}
 
 namespace tfmgen {
 namespace {

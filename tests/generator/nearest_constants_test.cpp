@@ -7,18 +7,13 @@
 #include "plan/complex64.hpp"
 #include "plan/real.hpp"
 #include "print/numbers.hpp"
+#include "quadmath.hpp"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <vector>
-
-extern "C" { // of libquadmath, whose header only g++ finds
-tfmgen::number::Quad sinq(tfmgen::number::Quad x);
-tfmgen::number::Quad cosq(tfmgen::number::Quad x);
-tfmgen::number::Quad acosq(tfmgen::number::Quad x);
-}
 
 namespace tfmgen {
 namespace {
