@@ -5,7 +5,9 @@
 //   tfmgen-generator real DIRECTORY COUNT        the same with files real_0.cpp, ...
 //   tfmgen-generator --counts                    name,multiplications,additions,shuffles,rotations, a line a kernel
 //   tfmgen-generator --errors                    what is known of the rounding error, a line a routine: error/table.hpp
+#ifdef TFMGEN_WITH_ERRORS
 #include "error/table.hpp"
+#endif
 #include "lower/complex32.hpp"
 #include "lower/complex64.hpp"
 #include "lower/real.hpp"
@@ -18,6 +20,7 @@
 #include <exception>
 #include <iostream>
 #include <map>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -123,7 +126,9 @@ void printCounts() {
   }
 }
 
+// The room of error bounds needs a library that a mere build does without.
 void printErrors() {
+#ifdef TFMGEN_WITH_ERRORS
   std::cout << error::tableTitles() << '\n';
   for (MakeComplex* const make : {complex32Kernel, complex64Kernel}) {
     for (const print::ComplexKernel& k : complexKernels(*make)) {
@@ -133,6 +138,9 @@ void printErrors() {
   for (const RealKernel& k : realKernels()) {
     std::cout << error::tableLines(k.kernel, k.transform, k.length) << std::flush;
   }
+#else
+  throw std::runtime_error("--errors: built without Eigen");
+#endif
 }
 
 int run(const std::vector<std::string>& arguments) {
