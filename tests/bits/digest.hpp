@@ -45,8 +45,8 @@ private:
   std::vector<Block> blocks_;
 };
 
-// Calls transform(src, dst) on random reals of both spreads, at several displacements from a boundary, and adds what it
-// writes to `hash`.
+// Calls transform(src, dst) on random reals of both spreads, others at each of several displacements from a boundary, and
+// adds what it writes to `hash`.
 template <class Real, class Transform>
 void addResults(Hash& hash, std::size_t sourceReals, std::size_t destinationReals, const Transform& transform) {
   struct Displacement {
@@ -54,9 +54,10 @@ void addResults(Hash& hash, std::size_t sourceReals, std::size_t destinationReal
     std::size_t dst;
   };
   constexpr std::size_t room = 16;
+  Random random(9);
   for (const Spread spread : {Spread::uniform, Spread::wide}) {
-    const auto values = Random(9).bytesOfReals(sizeof(Real), sourceReals, spread);
     for (const Displacement displacement : {Displacement{0, 0}, {4, 8}, {0, 12}, {8, 0}}) {
+      const auto values = random.bytesOfReals(sizeof(Real), sourceReals, spread);
       AlignedBytes source(sourceReals * sizeof(Real) + room);
       AlignedBytes destination(destinationReals * sizeof(Real) + room);
       std::byte* const src = source.data() + displacement.src;
