@@ -45,8 +45,8 @@ private:
   std::vector<Block> blocks_;
 };
 
-// Calls transform(src, dst) on random reals of both spreads, others at each of several displacements from a boundary, and
-// adds what it writes to `hash`.
+// Calls transform(src, dst) on random reals of both spreads, others at each of several displacements from a boundary,
+// and adds what it writes to `hash`.
 template <class Real, class Transform>
 void addResults(Hash& hash, std::size_t sourceReals, std::size_t destinationReals, const Transform& transform) {
   struct Displacement {
