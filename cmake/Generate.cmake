@@ -1,14 +1,15 @@
-# tfmgen_generate(OUT FAMILY COUNT): COUNT source files of a family's kernels, made by the generator in the current build
-# folder. Their names are put in OUT. Equal amounts of arithmetic go into each file, so that cores share the work.
+# tfmgen_generate(OUT FAMILY COUNT [REGISTERS]): COUNT source files of a family's kernels, made by the generator in the current build
+# folder. Their names are put in OUT. Equal amounts of arithmetic go into each file, so that cores share the work. Kernels
+# that are compiled for several widths are made for a number of registers.
 function(tfmgen_generate out family count)
-  set(directory ${CMAKE_CURRENT_BINARY_DIR}/generated)
+  set(directory ${CMAKE_CURRENT_BINARY_DIR}/generated${ARGN})
   math(EXPR last "${count} - 1")
   foreach(i RANGE ${last})
     list(APPEND files ${directory}/${family}_${i}.cpp)
   endforeach()
   add_custom_command(
     OUTPUT ${files}
-    COMMAND tfmgen-generator ${family} ${directory} ${count}
+    COMMAND tfmgen-generator ${family} ${directory} ${count} ${ARGN}
     DEPENDS tfmgen-generator
     COMMENT "Generating ${family} kernels"
     VERBATIM)

@@ -3,6 +3,8 @@
 //   tfmgen-generator complex32 DIRECTORY COUNT   writes COUNT files complex32_0.cpp, complex32_1.cpp, ...
 //   tfmgen-generator complex64 DIRECTORY COUNT   the same with files complex64_0.cpp, ...
 //   tfmgen-generator real DIRECTORY COUNT        the same with files real_0.cpp, ...
+//   tfmgen-generator batch-complex32|batch-complex64|batch-real DIRECTORY COUNT REGISTERS
+//                                                kernels for batches of frames, for a machine of so many registers
 //   tfmgen-generator --counts                    name,multiplications,additions,shuffles,rotations, a line a kernel
 //   tfmgen-generator --errors                    what is known of the rounding error, a line a routine: error/table.hpp
 #ifdef TFMGEN_WITH_ERRORS
@@ -10,10 +12,12 @@
 #endif
 #include "lower/complex32.hpp"
 #include "lower/complex64.hpp"
+#include "lower/per_lane.hpp"
 #include "lower/real.hpp"
 #include "plan/complex32.hpp"
 #include "plan/complex64.hpp"
 #include "plan/real.hpp"
+#include "print/batch.hpp"
 #include "print/complex.hpp"
 #include "print/real.hpp"
 
@@ -22,6 +26,7 @@
 #include <map>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -110,6 +115,53 @@ void writeReal(const std::string& directory, std::size_t count) {
   print::writeFiles(directory, "real", count, print::realPreamble(), pieces);
 }
 
+// ---- Batches of frames
+
+struct BatchFiles {
+  std::string directory;
+  int count;
+  int registers;
+};
+
+void writeBatch(const std::string& name, const BatchFiles& files, std::vector<print::Piece> pieces) {
+  print::writeFiles(files.directory, name, files.count, print::batchPreamble(), std::move(pieces));
+}
+
+print::BatchComplex32 batchComplex32(int length, transform::RootSign sign) {
+  const print::ComplexKernel single = complex32Kernel(length, sign);
+  const auto* vectors = std::get_if<lower::Kernel>(&single.kernel);
+  return {vectors != nullptr ? lower::perLane(*vectors, {4, 32}) : std::get<lower::RealKernel>(single.kernel),
+          vectors == nullptr, sign, length, single.plan};
+}
+
+void writeBatchComplex32(const BatchFiles& files) {
+  std::vector<print::Piece> pieces;
+  for (const auto sign : {transform::RootSign::forward, transform::RootSign::inverse}) {
+    for (int n = kFirstLength; n <= kLastLength; ++n) {
+      pieces.push_back(print::batchPiece(batchComplex32(n, sign), files.registers));
+    }
+  }
+  writeBatch("batch-complex32", files, std::move(pieces));
+}
+
+void writeBatchComplex64(const BatchFiles& files) {
+  std::vector<print::Piece> pieces;
+  for (int n = kFirstLength; n <= kLastLength; ++n) {
+    const print::ComplexKernel single = complex64Kernel(n, transform::RootSign::forward);
+    pieces.push_back(
+        print::batchComplex64Piece(std::get<lower::Kernel>(single.kernel), n, single.plan, files.registers));
+  }
+  writeBatch("batch-complex64", files, std::move(pieces));
+}
+
+void writeBatchReal(const BatchFiles& files) {
+  std::vector<print::Piece> pieces;
+  for (const RealKernel& k : realKernels()) {
+    pieces.push_back(print::batchRealPiece(k.kernel, k.transform, k.length, k.plan, files.registers));
+  }
+  writeBatch("batch-real", files, std::move(pieces));
+}
+
 void printCounts(const std::string& name, const graph::Counts& c) {
   std::cout << name << ',' << c.multiplications << ',' << c.additions << ',' << c.shuffles << ',' << c.rotations
             << '\n';
@@ -158,7 +210,14 @@ int run(const std::vector<std::string>& arguments) {
     families.at(arguments[0])(arguments[1], std::stoul(arguments[2]));
     return 0;
   }
-  std::cerr << "usage: tfmgen-generator FAMILY DIRECTORY COUNT | --counts | --errors\n";
+  const std::map<std::string, void (*)(const BatchFiles&)> batches{{"batch-complex32", writeBatchComplex32},
+                                                                   {"batch-complex64", writeBatchComplex64},
+                                                                   {"batch-real", writeBatchReal}};
+  if (arguments.size() == 4 && batches.contains(arguments[0])) {
+    batches.at(arguments[0])({arguments[1], std::stoi(arguments[2]), std::stoi(arguments[3])});
+    return 0;
+  }
+  std::cerr << "usage: tfmgen-generator FAMILY DIRECTORY COUNT [REGISTERS] | --counts | --errors\n";
   return 2;
 }
 

@@ -32,7 +32,7 @@ std::string runText(const ComplexKernel& k) {
   } else {
     text << "  template <class T>\n"
          << "  TFMGEN_INLINE static void run(const T* x, T* y, T s) {\n"
-         << scalarStatements(std::get<lower::RealKernel>(k.kernel), false, false);
+         << scalarStatements(std::get<lower::RealKernel>(k.kernel), {});
   }
   text << "  }\n";
   return text.str();

@@ -39,7 +39,7 @@ Piece realPiece(const lower::RealKernel& kernel, lower::Transform transform, int
        << "struct " << name.kernel << length << " : Real<" << length << ", Direction::" << name.direction << "> {\n"
        << "  template <class T, class Spectrum>\n"
        << "  TFMGEN_INLINE static void run(const T* x, T* y, T s) {\n"
-       << scalarStatements(kernel, name.readsSpectrum, name.writesSpectrum) << "  }\n};\n\n"
+       << scalarStatements(kernel, {name.readsSpectrum, name.writesSpectrum}) << "  }\n};\n\n"
        << "} // namespace\n} // namespace tfmgen\n\n"
        << "TFMGEN_DEFINE_" << name.macro << "(" << length << ")\n";
   return {text.str(), name.entries * (counts.additions + counts.multiplications)};

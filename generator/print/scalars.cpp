@@ -1,6 +1,5 @@
 #include "scalars.hpp"
 
-#include "numbers.hpp"
 #include "work.hpp"
 
 #include <algorithm>
@@ -29,29 +28,31 @@ std::string spectrumElement(int number) {
 
 class Writer {
 public:
-  Writer(const lower::RealKernel& kernel, bool readsSpectrum, bool writesSpectrum)
-      : kernel_(kernel), graph_(kernel.body.graph), readsSpectrum_(readsSpectrum), writesSpectrum_(writesSpectrum) {}
+  Writer(const lower::RealKernel& kernel, const ScalarForm& form)
+      : kernel_(kernel), graph_(kernel.body.graph), form_(form) {}
 
   void define(NodeId index) {
     const Node& n = graph_.node(index);
     const bool isLoad = n.op == Op::load;
     names_[index] = isLoad ? "x" + std::to_string(n.tag) : "t" + std::to_string(++values_);
     if (isLoad) {
-      line("const T " + names_[index] + " = loadElement(x + " + element(readsSpectrum_, n.tag) + ")");
+      line("const T " + names_[index] + " = loadElement(x + " + element(form_.readsSpectrum, n.tag) + ")");
     } else {
       line("const T " + names_[index] + " = T(" + expression(n) + ")");
     }
   }
 
   void store(int result) {
-    const Ref value = at(kernel_.body.results, result);
-    const std::string scaled = expression(graph_.node(value));
-    line("storeElement(y + " + element(writesSpectrum_, result) + ", T(" +
-         (value.isNegative() ? "T(0) - " + scaled : scaled) + "))");
+    line("storeElement(y + " + element(form_.writesSpectrum, result) + ", " + assigned(result) + ")");
+  }
+
+  // A complex element, whose real part is this result and whose imaginary part the next.
+  void storeParts(int result) {
+    line("storeParts(y + " + std::to_string(result) + ", " + assigned(result) + ", " + assigned(result + 1) + ")");
   }
 
   std::string text() {
-    if (writesSpectrum_) {
+    if (form_.writesSpectrum) {
       line("Spectrum::storeZeros(y)");
     }
     return text_;
@@ -64,8 +65,17 @@ private:
     return inSpectrum ? spectrumElement(number) : std::to_string(number);
   }
 
+  [[nodiscard]] std::string assigned(int result) const {
+    const Ref value = kernel_.body.results[static_cast<std::size_t>(result)];
+    const std::string scaled = expression(graph_.node(value));
+    return "T(" + (value.isNegative() ? "T(0) - " + scaled : scaled) + ")";
+  }
+
   // A name, or the expression of a part. Only a sum needs brackets, and not where evaluation begins with it anyway.
   [[nodiscard]] std::string operand(Ref r, bool isFirst) const {
+    if (r.isZero()) {
+      return "T(0)";
+    }
     const auto found = names_.find(r.node());
     if (found != names_.end()) {
       return found->second;
@@ -81,6 +91,7 @@ private:
     case Op::subtract: return operand(n.left, true) + " - " + operand(n.right, false);
     case Op::multiply: return factor(n) + " * " + operand(n.left, false);
     case Op::scale: return operand(n.left, false) + " * s";
+    case Op::negate: return "-" + operand(n.left, false);
     default: std::abort(); // a load has a name, and there are no lanes
     }
   }
@@ -88,20 +99,19 @@ private:
   // A doubling is exact in the sample type.
   [[nodiscard]] std::string factor(const Node& n) const {
     const number::Quad value = graph_.constant(n)[0];
-    return value == 2 ? "T(2)" : literal(value, Precision::twofold);
+    return value == 2 ? "T(2)" : literal(value, form_.constants);
   }
 
   const lower::RealKernel& kernel_;
   const Graph& graph_;
-  bool readsSpectrum_;
-  bool writesSpectrum_;
+  ScalarForm form_;
   std::map<NodeId, std::string> names_;
   std::string text_;
   int values_ = 0;
 };
 
 // The assignments that the results need, and the results.
-Work work(const lower::RealKernel& kernel) {
+Work work(const lower::RealKernel& kernel, const ScalarForm& form) {
   const Graph& g = kernel.body.graph;
   const NodeMap<bool> needed = g.reachable(kernel.body.results);
   std::map<NodeId, int> taskOf;
@@ -130,8 +140,10 @@ Work work(const lower::RealKernel& kernel) {
       out.values.push_back(i);
     }
   }
-  for (const Ref result : kernel.body.results) {
-    add(g.node(result).left, {}, false);
+  const std::vector<Ref>& results = kernel.body.results;
+  const std::size_t stored = form.storesParts ? 2 : 1;
+  for (std::size_t i = 0; i < results.size(); i += stored) {
+    add(g.node(results[i]).left, stored == 2 ? g.node(results[i + 1]).left : Ref{}, false);
   }
   return out;
 }
@@ -146,13 +158,12 @@ std::vector<int> loadsFirst(std::vector<int> order, const std::vector<schedule::
 
 } // namespace
 
-std::string scalarStatements(const lower::RealKernel& kernel, bool readsSpectrum, bool writesSpectrum) {
-  constexpr int kRegisters = 14; // of 16: one for the scale, one for what is being computed
-  const Work w = work(kernel);
-  Writer writer(kernel, readsSpectrum, writesSpectrum);
+std::string scalarStatements(const lower::RealKernel& kernel, const ScalarForm& form) {
+  const Work w = work(kernel, form);
+  Writer writer(kernel, form);
   w.inOrder(
-      loadsFirst(schedule::bestOrder(w.tasks, kRegisters), w.tasks), [&](NodeId node) { writer.define(node); },
-      [&](int result) { writer.store(result); });
+      loadsFirst(schedule::bestOrder(w.tasks, form.registers), w.tasks), [&](NodeId node) { writer.define(node); },
+      [&](int store) { form.storesParts ? writer.storeParts(2 * store) : writer.store(store); });
   return writer.text();
 }
 

@@ -94,7 +94,8 @@ private:
     }
     const auto [entry, isNew] = constantNames_.try_emplace(value, "c" + std::to_string(constantNames_.size() + 1));
     if (isNew) {
-      constants_ += "    constexpr V " + entry->second + "{" + value + "};\n";
+      constants_ += type_.isRepeated ? "    const V " + entry->second + " = repeated<V>(" + value + ");\n"
+                                     : "    constexpr V " + entry->second + "{" + value + "};\n";
     }
     return entry->second;
   }
@@ -151,11 +152,10 @@ Work work(const lower::Kernel& kernel) {
 } // namespace
 
 std::string vectorStatements(const lower::Kernel& kernel, const VectorType& type) {
-  constexpr int kRegisters = 15; // one of the 16 holds the scale or a constant
   const Work w = work(kernel);
   Writer writer(kernel, type);
   w.inOrder(
-      schedule::bestOrder(w.tasks, kRegisters), [&](NodeId node) { writer.define(node); },
+      schedule::bestOrder(w.tasks, type.registers), [&](NodeId node) { writer.define(node); },
       [&](int store) { writer.store(at(kernel.stores, store)); });
   return writer.text();
 }

@@ -11,6 +11,8 @@ namespace tfmgen::print {
 struct VectorType {
   Precision precision;
   int lanes;
+  bool isRepeated = false; // V is any number of such vectors side by side, which share their constants
+  int registers = 15;      // of 16: one holds the scale or a constant
 };
 
 // The statements of a kernel, one a line, for a function with these names in scope: Access (how arrays are reached), x

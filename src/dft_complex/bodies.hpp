@@ -70,12 +70,4 @@ TFMGEN_INLINE inline TfmStatus bodiesInTwoFunctions(const typename Kernel::Sampl
   return bothAligned(src, dst) ? runBody<Kernel, Aligned>(src, dst, flag) : unalignedBody<Kernel>(src, dst, flag);
 }
 
-// i * v for pairs of a real and an imaginary part: swapped, the real part negated.
-template <class V>
-TFMGEN_INLINE inline V timesI(V v) {
-  return withIndices<kLanesOf<V>>([&](auto... i) TFMGEN_INLINE {
-    return flipSigns(shuffle<(i ^ 1)...>(v, v), V{(i % 2 == 0 ? Element<V>(-0.0) : Element<V>(0))...});
-  });
-}
-
 } // namespace tfmgen

@@ -114,6 +114,14 @@ TFMGEN_INLINE inline V unpackHigh(V a, V b) {
   });
 }
 
+// i * v for pairs of a real and an imaginary part: swapped, the real part negated.
+template <class V>
+TFMGEN_INLINE inline V timesI(V v) {
+  return withIndices<kLanesOf<V>>([&](auto... i) TFMGEN_INLINE {
+    return flipSigns(shuffle<(i ^ 1)...>(v, v), V{(i % 2 == 0 ? Element<V>(-0.0) : Element<V>(0))...});
+  });
+}
+
 // The halves of a vector, and a vector of two halves.
 template <class V>
 TFMGEN_INLINE inline auto lowHalf(V v) {
@@ -142,23 +150,25 @@ TFMGEN_INLINE inline void exchangeRuns(V& first, V& second) {
 }
 
 // The same with every pair of rows that are `length` apart.
-template <int length, class V>
-TFMGEN_INLINE inline void exchangeBlocks(V (&rows)[kLanesOf<V>]) {
-  unroll<kLanesOf<V>>([&](auto row) TFMGEN_INLINE {
-    if constexpr (length < kLanesOf<V> && (row & length) == 0) {
+template <int length, class V, int count>
+TFMGEN_INLINE inline void exchangeBlocks(V (&rows)[count]) {
+  unroll<count>([&](auto row) TFMGEN_INLINE {
+    if constexpr (length < count && (row & length) == 0) {
       exchangeRuns<length>(rows[row], rows[row + length]);
     }
   });
 }
 
-// Transposes the square matrix of as many rows as a vector has lanes: first within blocks of 16 bytes, then by blocks.
-template <class V>
-TFMGEN_INLINE inline void transpose(V (&rows)[kLanesOf<V>]) {
+// Transposes the square matrix of as many rows as a vector has lanes; of fewer rows, down to the lanes of 16 bytes, the
+// square matrices that stand side by side. First within blocks of 16 bytes, then by blocks.
+template <class V, int count>
+TFMGEN_INLINE inline void transpose(V (&rows)[count]) {
   constexpr int block = kLanes<Element<V>>;
+  static_assert(count % block == 0 && count <= kLanesOf<V>);
   if constexpr (block == 2) {
     exchangeBlocks<1>(rows);
   } else {
-    unroll<kLanesOf<V> / block>([&](auto i) TFMGEN_INLINE {
+    unroll<count / block>([&](auto i) TFMGEN_INLINE {
       V low01 = unpackLow(rows[4 * i], rows[4 * i + 1]);
       V high01 = unpackHigh(rows[4 * i], rows[4 * i + 1]);
       V low23 = unpackLow(rows[4 * i + 2], rows[4 * i + 3]);

@@ -1,0 +1,107 @@
+#include "call.hpp"
+
+#include "frame/scale.hpp"
+#include "kernel/unroll.hpp"
+
+namespace tfmgen::batch {
+
+namespace {
+
+Direction directionOf(Transform transform) {
+  switch (transform) {
+  case Transform::complexForward:
+  case Transform::realForward: return Direction::forward;
+  case Transform::complexInverse:
+  case Transform::realInverse: return Direction::inverse;
+  case Transform::hartley: break;
+  }
+  return Direction::none;
+}
+
+// ---- The scale of a length that is known at run time only
+
+using ScaleOf = bool(std::int32_t flag, double& scale);
+
+template <class Real, int n, Direction direction>
+bool scaleOf(std::int32_t flag, double& scale) {
+  Real factor = 0;
+  const bool isKnown = selectScale<Real, n, direction>(flag, factor);
+  scale = factor;
+  return isKnown;
+}
+
+template <class Real, Direction direction>
+constexpr auto kScales = withIndices<kLongest - kShortest + 1>([](auto... i) {
+  return std::array<ScaleOf*, sizeof...(i)>{scaleOf<Real, kShortest + i, direction>...};
+});
+
+template <class Real>
+bool selectScale(Transform transform, std::int32_t length, std::int32_t flag, double& scale) {
+  const auto i = static_cast<std::size_t>(length - kShortest);
+  switch (directionOf(transform)) {
+  case Direction::forward: return kScales<Real, Direction::forward>[i](flag, scale);
+  case Direction::inverse: return kScales<Real, Direction::inverse>[i](flag, scale);
+  case Direction::none: break;
+  }
+  return kScales<Real, Direction::none>[i](flag, scale);
+}
+
+// ---- Widths
+
+template <int bytes>
+void transformAsWide(Batch& batch, int widest) {
+  if (bytes > widest || batch.count == 0) {
+    return;
+  }
+  const std::int64_t done = transformGroups<bytes>(batch);
+  const auto elementBytes = static_cast<std::ptrdiff_t>(batch.family->elementBytes);
+  batch.src.first += done * batch.src.distance * elementBytes;
+  batch.dst.first += done * batch.dst.distance * elementBytes;
+  batch.count -= done;
+}
+
+} // namespace
+
+int widest() {
+  if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") &&
+      __builtin_cpu_supports("avx512vl")) {
+    return 64;
+  }
+  return __builtin_cpu_supports("avx2") ? 32 : 16;
+}
+
+TfmStatus call(const Family& family, const void* src, TfmbLayout srcLayout, void* dst, TfmbLayout dstLayout,
+               std::int32_t length, std::int64_t count, std::int32_t flag, int bytes) {
+  if (length < kShortest || length > kLongest || count < 0) {
+    return tfmStsBadSize;
+  }
+  if (src == nullptr || dst == nullptr) {
+    return tfmStsNullPtr;
+  }
+  if (count == 1 && srcLayout.step == 1 && dstLayout.step == 1) {
+    return family.single(src, dst, length, flag);
+  }
+  const bool isDouble = family.elementBytes == (isComplex(family.transform) ? sizeof(Tfm64fc) : sizeof(Tfm64f));
+  double scale = 0;
+  if (!(isDouble ? selectScale<Tfm64f>(family.transform, length, flag, scale)
+                 : selectScale<Tfm32f>(family.transform, length, flag, scale))) {
+    return tfmStsBadFlag;
+  }
+  Batch batch{&family,
+              length,
+              flag,
+              scale,
+              src == dst,
+              {static_cast<const std::byte*>(src), srcLayout.step, srcLayout.distance,
+               sourceLength(family.transform, family.format, length)},
+              {static_cast<std::byte*>(dst), dstLayout.step, dstLayout.distance,
+               destinationLength(family.transform, family.format, length)},
+              count};
+  transformAsWide<64>(batch, bytes);
+  transformAsWide<32>(batch, bytes);
+  transformAsWide<16>(batch, bytes);
+  transformSingly(batch);
+  return tfmStsOk;
+}
+
+} // namespace tfmgen::batch

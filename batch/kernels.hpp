@@ -1,0 +1,301 @@
+// What the generated kernels for batches share: how elements reach memory, and the routines made of a kernel.
+// TFMBATCH_BYTES is the width of a register.
+#pragma once
+
+#include "dft_real/formats.hpp"
+#include "kernel/access.hpp"
+#include "routines.hpp"
+#include "samples.hpp"
+#include "transpose.hpp"
+
+#include <type_traits>
+
+namespace tfmgen::batch {
+
+namespace {
+constexpr int kBytes = TFMBATCH_BYTES;
+}
+
+// A kernel has `template <class T, class Spectrum, class Source, class Destination> static void run(x, y, s)`: the
+// transform of all frames of a group, all loads before the first store, every result multiplied by s last. It reaches
+// elements by loadElement(x + element) and storeElement(y + element, T); the parts of complex ones are numbered, re
+// before im, and storeParts(y + 2 * element, T, T) stores both.
+template <int bytes, Transform transform, class Real, int n>
+struct Kernel;
+
+// ---- Rows of samples in memory
+
+template <int bytes, class Real>
+struct Rows {
+  Real* first;
+  std::ptrdiff_t step;
+  SpectrumRows spectrum;
+};
+
+template <int bytes, class Real>
+struct Row {
+  Real* at;
+};
+
+template <int bytes, class Real>
+TFMGEN_INLINE inline Row<bytes, Real> operator+(const Rows<bytes, Real>& rows, int element) {
+  return {rows.first + element * rows.step};
+}
+
+template <int bytes, class Real>
+TFMGEN_INLINE inline auto loadElement(Row<bytes, const Real> row) {
+  return Samples<Real, bytes>(loadUnaligned<Vector<Real, bytes>>(row.at));
+}
+
+template <int bytes, class Real>
+TFMGEN_INLINE inline void storeElement(Row<bytes, Real> row, Samples<Real, bytes> x) {
+  storeUnaligned(row.at, x.v);
+}
+
+// A half spectrum of n samples in rows, in a format that is known when the routine is called. The constant zeros are
+// its caller's business.
+template <int n>
+struct SpectrumInRows {
+  struct Part {
+    int bin;
+    int row;
+  };
+  static constexpr Part re(int k) { return {k, 2 * k}; }
+  static constexpr Part im(int k) { return {k, 2 * k + 1}; }
+
+  template <int bytes, class Real>
+  TFMGEN_INLINE friend Row<bytes, Real> operator+(const Rows<bytes, Real>& rows, Part part) {
+    if (part.bin == 0) {
+      return {rows.first};
+    }
+    return {rows.first + (2 * part.bin == n ? rows.spectrum.middle : rows.spectrum.bins + part.row * rows.step)};
+  }
+
+  template <class Destination>
+  TFMGEN_INLINE static void storeZeros(const Destination& /*y*/) {}
+};
+
+// ---- Rows of complex elements: two registers of re and im in turn. Their lanes are sorted within blocks of 16 bytes,
+// which puts frames into another order, the same for every element.
+
+template <int bytes, class Real>
+struct ComplexRows {
+  Real* first;
+  std::ptrdiff_t step; // in complex elements
+};
+
+template <int bytes, class Real>
+struct PartOfRow {
+  Real* row;
+  int part;
+};
+
+template <int bytes, class Real>
+TFMGEN_INLINE inline PartOfRow<bytes, Real> operator+(const ComplexRows<bytes, Real>& rows, int number) {
+  return {rows.first + number / 2 * 2 * rows.step, number % 2};
+}
+
+template <int bytes>
+TFMGEN_INLINE inline auto loadElement(PartOfRow<bytes, const float> from) {
+  using V = Vector<float, bytes>;
+  const auto first = loadUnaligned<V>(from.row);
+  const auto second = loadUnaligned<V>(from.row + kLanesOf<V>);
+  return Samples<float, bytes>(from.part == 0 ? everyOther<0>(first, second) : everyOther<1>(first, second));
+}
+
+template <int bytes>
+TFMGEN_INLINE inline void storeParts(PartOfRow<bytes, float> to, Samples<float, bytes> re, Samples<float, bytes> im) {
+  storeUnaligned(to.row, unpackLow(re.v, im.v));
+  storeUnaligned(to.row + kLanesOf<Vector<float, bytes>>, unpackHigh(re.v, im.v));
+}
+
+// ---- Elements in registers
+
+template <class Real, int bytes, int count>
+struct Registers {
+  Vector<Real, bytes> v[count]; // NOLINT(modernize-avoid-c-arrays): gone when the compiler has chosen registers
+};
+
+template <class Real, int bytes, int count>
+struct RegisterOf {
+  Registers<Real, bytes, count>& of;
+  int element;
+};
+
+template <class Real, int bytes, int count>
+TFMGEN_INLINE inline RegisterOf<Real, bytes, count> operator+(const RegisterOf<Real, bytes, count>& first,
+                                                              int element) {
+  return {first.of, element};
+}
+
+template <class Real, int bytes, int count>
+TFMGEN_INLINE inline auto loadElement(RegisterOf<Real, bytes, count> from) {
+  return Samples<Real, bytes>(from.of.v[from.element]);
+}
+
+template <class Real, int bytes, int count>
+TFMGEN_INLINE inline void storeElement(RegisterOf<Real, bytes, count> to, Samples<Real, bytes> x) {
+  to.of.v[to.element] = x.v;
+}
+
+// The elements of a half spectrum, whose zeros stand there from the beginning.
+template <class Layout>
+struct SpectrumInRegisters : Layout {
+  template <class Destination>
+  TFMGEN_INLINE static void storeZeros(const Destination& /*y*/) {}
+};
+
+template <Format format, int n>
+using LayoutOf = std::conditional_t<format == Format::ccs, Ccs<n>,
+                                    std::conditional_t<format == Format::pack, Pack<n>, Perm<n>>>;
+
+// Complex elements in two registers of frames each.
+template <int bytes, int n>
+struct ComplexRegisters {
+  Vector<double, bytes> v[2][n]; // NOLINT(modernize-avoid-c-arrays): as above
+};
+
+template <int bytes, int n>
+struct PartOfRegisters {
+  ComplexRegisters<bytes, n>& of;
+  int number;
+};
+
+template <int bytes, int n>
+TFMGEN_INLINE inline PartOfRegisters<bytes, n> operator+(const PartOfRegisters<bytes, n>& first, int number) {
+  return {first.of, number};
+}
+
+template <int bytes, int n>
+TFMGEN_INLINE inline auto loadElement(PartOfRegisters<bytes, n> from) {
+  const auto first = bitCast<Vector<float, bytes>>(from.of.v[0][from.number / 2]);
+  const auto second = bitCast<Vector<float, bytes>>(from.of.v[1][from.number / 2]);
+  return Samples<float, bytes>(from.number % 2 == 0 ? everyOther<0>(first, second) : everyOther<1>(first, second));
+}
+
+template <int bytes, int n>
+TFMGEN_INLINE inline void storeParts(PartOfRegisters<bytes, n> to, Samples<float, bytes> re, Samples<float, bytes> im) {
+  to.of.v[0][to.number / 2] = bitCast<Vector<double, bytes>>(unpackLow(re.v, im.v));
+  to.of.v[1][to.number / 2] = bitCast<Vector<double, bytes>>(unpackHigh(re.v, im.v));
+}
+
+// ---- Elements of 16 bytes, of as many frames as a register has blocks
+
+// Frames in any layout, or side by side, where a row is one access.
+template <class Real, bool isRow>
+struct Blocks {
+  Real* first;  // element 0
+  Real* others; // where it would be by the step of the others
+  BlockLayout layout;
+};
+
+template <class Real, bool isRow>
+struct Block {
+  Real* at;
+  std::ptrdiff_t distance;
+
+  // By pieces of two lanes, whose frames are counted in lanes.
+  TFMGEN_INLINE Real* operator()(int lane) const { return at + lane / kLanes<Tfm64f> * distance; }
+};
+
+template <class Real, bool isRow>
+TFMGEN_INLINE inline Block<Real, isRow> operator+(const Blocks<Real, isRow>& blocks, int number) {
+  return {number == 0 ? blocks.first : blocks.others + number / 2 * blocks.layout.step, blocks.layout.distance};
+}
+
+template <class V>
+struct BlockAccess {
+  template <class Real, bool isRow>
+  TFMGEN_INLINE static V load(Block<Real, isRow> from) {
+    if constexpr (isRow) {
+      return loadUnaligned<V>(from.at);
+    } else {
+      return loadPieces<V, kLanes<Tfm64f>>(from, 0, 0);
+    }
+  }
+
+  template <class Real, bool isRow>
+  TFMGEN_INLINE static void store(Block<Real, isRow> to, V v) {
+    if constexpr (isRow) {
+      storeUnaligned(to.at, v);
+    } else {
+      storePieces<kLanes<Tfm64f>>(to, 0, 0, v);
+    }
+  }
+};
+
+// The lanes of a block in every block.
+template <class V>
+TFMGEN_INLINE inline V repeated(double re, double im) {
+  return withIndices<kLanesOf<V>>([&](auto... i) TFMGEN_INLINE { return V{(i % 2 == 0 ? re : im)...}; });
+}
+
+// ---- Routines
+
+template <int bytes, Transform transform, class Real, int n>
+void InRows<bytes, transform, Real, n>::run(const Real* x, std::ptrdiff_t sx, Real* y, std::ptrdiff_t sy,
+                                            SpectrumRows spectrum, Real scale) {
+  using T = Samples<Real, bytes>;
+  const T s(broadcast<Vector<Real, bytes>>(scale));
+  if constexpr (isComplex(transform)) {
+    Kernel<bytes, transform, Real, n>::template run<T, void>(ComplexRows<bytes, const Real>{x, sx},
+                                                             ComplexRows<bytes, Real>{y, sy}, s);
+  } else {
+    Kernel<bytes, transform, Real, n>::template run<T, SpectrumInRows<n>>(Rows<bytes, const Real>{x, sx, spectrum},
+                                                                          Rows<bytes, Real>{y, sy, spectrum}, s);
+  }
+}
+
+template <int bytes, Transform transform, Format format, class Real, int n>
+void InFrames<bytes, transform, format, Real, n>::run(const Real* x, std::ptrdiff_t dx, Real* y, std::ptrdiff_t dy,
+                                                      Real scale) {
+  using T = Samples<Real, bytes>;
+  const T s(broadcast<Vector<Real, bytes>>(scale));
+  if constexpr (isComplex(transform)) {
+    using V = Vector<double, bytes>;
+    constexpr int frames = kLanesOf<V>;
+    const auto* from = reinterpret_cast<const double*>(x); // a complex element is moved as a double
+    auto* to = reinterpret_cast<double*>(y);
+    ComplexRegisters<bytes, n> in;
+    ComplexRegisters<bytes, n> out;
+    unroll<2>([&](auto half) TFMGEN_INLINE {
+      loadFrames<V>(EvenFrames<const double>{from + half * frames * dx, dx}, n,
+                    [&](int element, V v) TFMGEN_INLINE { in.v[half][element] = v; });
+    });
+    Kernel<bytes, transform, Real, n>::template run<T, void>(PartOfRegisters<bytes, n>{in, 0},
+                                                             PartOfRegisters<bytes, n>{out, 0}, s);
+    unroll<2>([&](auto half) TFMGEN_INLINE {
+      storeFrames<V>(EvenFrames<double>{to + half * frames * dy, dy}, n,
+                     [&](int element) TFMGEN_INLINE { return out.v[half][element]; });
+    });
+  } else {
+    using V = Vector<Real, bytes>;
+    constexpr int inputs = sourceLength(transform, format, n);
+    constexpr int outputs = destinationLength(transform, format, n);
+    Registers<Real, bytes, inputs> in;
+    Registers<Real, bytes, outputs> out{};
+    loadFrames<V>(EvenFrames<const Real>{x, dx}, inputs,
+                  [&](int element, V v) TFMGEN_INLINE { in.v[element] = v; });
+    Kernel<bytes, transform, Real, n>::template run<T, SpectrumInRegisters<LayoutOf<format, n>>>(
+        RegisterOf<Real, bytes, inputs>{in, 0}, RegisterOf<Real, bytes, outputs>{out, 0}, s);
+    storeFrames<V>(EvenFrames<Real>{y, dy}, outputs, [&](int element) TFMGEN_INLINE { return out.v[element]; });
+  }
+}
+
+template <int bytes, int n>
+void InBlocks<bytes, n>::run(const Tfm64f* x, BlockLayout from, Tfm64f* y, BlockLayout to, std::ptrdiff_t others,
+                             Tfm64f scale) {
+  using V = Vector<Tfm64f, bytes>;
+  Kernel<bytes, Transform::complexForward, Tfm64f, n>::template run<V, BlockAccess<V>>(
+      Blocks<const Tfm64f, false>{x, x, from}, Blocks<Tfm64f, false>{y, y + others, to}, broadcast<V>(scale));
+}
+
+template <int bytes, int n>
+void InBlocks<bytes, n>::runRows(const Tfm64f* x, std::ptrdiff_t sx, Tfm64f* y, std::ptrdiff_t sy,
+                                 std::ptrdiff_t others, Tfm64f scale) {
+  using V = Vector<Tfm64f, bytes>;
+  Kernel<bytes, Transform::complexForward, Tfm64f, n>::template run<V, BlockAccess<V>>(
+      Blocks<const Tfm64f, true>{x, x, {sx, 0}}, Blocks<Tfm64f, true>{y, y + others, {sy, 0}}, broadcast<V>(scale));
+}
+
+} // namespace tfmgen::batch

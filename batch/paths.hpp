@@ -1,0 +1,391 @@
+// From the layout of a batch to calls of compiled routines.
+#pragma once
+
+#include "batch.hpp"
+#include "routines.hpp"
+#include "transpose.hpp"
+
+#include <type_traits>
+
+namespace tfmgen::batch {
+
+// ---- Tables of the routines by length
+
+template <class Routine>
+struct RoutineTable {
+  Routine* of[kLongest + 1]; // NOLINT(modernize-avoid-c-arrays): a function of std::array would be one for all widths
+};
+
+template <int bytes, Transform transform, class Real>
+inline constexpr auto kInRows = withIndices<kLongest + 1>([](auto... n) {
+  const auto routine = [](auto length) -> RowsRoutine<Real>* {
+    if constexpr (length >= kShortest) {
+      return InRows<bytes, transform, Real, length>::run;
+    } else {
+      return nullptr;
+    }
+  };
+  return RoutineTable<RowsRoutine<Real>>{{routine(n)...}};
+});
+
+template <int bytes, Transform transform, Format format, class Real>
+inline constexpr auto kInFrames = withIndices<kLongest + 1>([](auto... n) {
+  const auto routine = [](auto length) -> FramesRoutine<Real>* {
+    if constexpr (length >= kShortest && length <= kLongestInRegisters) {
+      return InFrames<bytes, transform, format, Real, length>::run;
+    } else {
+      return nullptr;
+    }
+  };
+  return RoutineTable<FramesRoutine<Real>>{{routine(n)...}};
+});
+
+// ---- A frame a lane
+
+// Frames to a block of memory that holds `width` of each element in a row, and back.
+template <class V, int width, class Frames>
+[[gnu::noinline]] inline void framesToBlock(Frames frames, int length, Element<V>* block) {
+  loadFrames<V>(frames, length,
+                [&](int element, V v) TFMGEN_INLINE { storeAligned(block + element * width, v); });
+}
+
+template <class V, int width, class Frames>
+[[gnu::noinline]] inline void blockToFrames(const Element<V>* block, int length, Frames frames) {
+  storeFrames<V>(frames, length, [&](int element) TFMGEN_INLINE { return loadAligned<V>(block + element * width); });
+}
+
+// Complex 32-bit frames at 16 bytes: where a transposition costs more than the kernel gains, single calls are faster.
+constexpr bool isSlowInNarrowFrames(int n) {
+  constexpr int fast[] = {2, 3, 4, 5, 7, 8, 11, 12, 13, 17, 20, 25, 31, 46, 47, 49, 54};
+  for (const int length : fast) {
+    if (length == n) {
+      return false;
+    }
+  }
+  return true;
+}
+
+inline constexpr std::ptrdiff_t kLine = 64;              // bytes of a cache line
+inline constexpr std::ptrdiff_t kCollidingStride = 4096; // rows that far apart share one set of the first-level cache
+
+template <int bytes, Transform transform, Format format, class Real>
+class LaneGroups {
+public:
+  TFMGEN_INLINE explicit LaneGroups(const Batch& batch)
+      : batch_(batch), n_(batch.length), src_(side<const Unit>(batch.src)), dst_(side<Unit>(batch.dst)) {}
+
+  TFMGEN_INLINE std::int64_t run() const {
+    const bool areFrames = src_.path == Path::frames && dst_.path == Path::frames;
+    if (bytes == kBlockBytes && isComplex(transform) && areFrames && isSlowInNarrowFrames(n_)) {
+      return 0;
+    }
+    std::int64_t done = 0;
+    if (areFrames && n_ <= kLongestInRegisters) {
+      done = runInRegisters();
+    } else {
+      if (src_.collides || dst_.collides) {
+        done = runBlocks<kStrip>(0);
+      }
+      if (batch_.count - done >= kFrames) {
+        done = runBlocks<kFrames>(done);
+      }
+    }
+    return done + rest(done, areFrames);
+  }
+
+private:
+  // What is moved as one: a real sample, or both parts of a complex one.
+  using Unit = std::conditional_t<isComplex(transform), double, Real>;
+  using V = Vector<Unit, bytes>;
+  static constexpr int kFrames = (isComplex(transform) ? 2 : 1) * kLanesOf<V>; // of a group
+  static constexpr int kStrip = kLine / sizeof(Unit) > kFrames ? kLine / sizeof(Unit) : kFrames;
+  static constexpr int kRows = kLongest + 2;
+
+  enum class Path { rows, frames, scattered };
+
+  template <class Element>
+  struct PathSide {
+    Element* first;
+    std::ptrdiff_t step;
+    std::ptrdiff_t distance;
+    int length;
+    Path path;
+    bool collides; // rows lie so that the first-level cache holds few of them
+  };
+
+  template <class Element, class Byte>
+  TFMGEN_INLINE static PathSide<Element> side(const Side<Byte>& s) {
+    const Path path = s.distance == 1 ? Path::rows : s.step == 1 ? Path::frames : Path::scattered;
+    const bool collides = kStrip > kFrames && path == Path::rows && s.step != 0 &&
+                          s.step * static_cast<std::ptrdiff_t>(sizeof(Unit)) % kCollidingStride == 0;
+    return {reinterpret_cast<Element*>(s.first), s.step, s.distance, s.length, path, collides};
+  }
+
+  [[gnu::noinline]] std::int64_t runInRegisters() const {
+    auto* const routine = kInFrames<bytes, transform, format, Real>.of[n_];
+    std::int64_t f = 0;
+    for (; f + kFrames <= batch_.count; f += kFrames) {
+      routine(samples(src_.first + f * src_.distance), src_.distance, samples(dst_.first + f * dst_.distance),
+              dst_.distance, static_cast<Real>(batch_.scale));
+    }
+    return f;
+  }
+
+  // Elements of a group of frames, `width` to a row.
+  template <int width>
+  struct alignas(kLine) Space {
+    Unit units[kRows * width]; // NOLINT(modernize-avoid-c-arrays): not filled in advance
+  };
+
+  template <int width>
+  [[gnu::noinline]] std::int64_t runBlocks(std::int64_t first) const {
+    Space<width> in;
+    Space<width> out;
+    clearZeros(out.units, width);
+    std::int64_t f = first;
+    for (; f + width <= batch_.count; f += width) {
+      group<width>(f, in.units, out.units);
+    }
+    return f;
+  }
+
+  template <int width>
+  TFMGEN_INLINE void group(std::int64_t f, Unit* in, Unit* out) const {
+    const bool isDirectSource = src_.path == Path::rows && !(width > kFrames && src_.collides);
+    const bool isDirectDestination = dst_.path == Path::rows && !(width > kFrames && dst_.collides);
+    const Unit* const src = src_.first + f * src_.distance;
+    Unit* const dst = dst_.first + f * dst_.distance;
+    if (!isDirectSource) {
+      fill<width>(src, in);
+    }
+    const Unit* const x = isDirectSource ? src : in;
+    const std::ptrdiff_t sx = isDirectSource ? src_.step : width;
+    Unit* const y = isDirectDestination ? dst : out;
+    const std::ptrdiff_t sy = isDirectDestination ? dst_.step : width;
+    for (int lane = 0; lane < width; lane += kFrames) {
+      transformRows(x + lane, sx, y + lane, sy);
+      if (isDirectDestination) {
+        clearZeros(y + lane, sy);
+      }
+    }
+    if (!isDirectDestination) {
+      empty<width>(out, dst);
+    }
+  }
+
+  TFMGEN_INLINE void transformRows(const Unit* x, std::ptrdiff_t sx, Unit* y, std::ptrdiff_t sy) const {
+    const std::ptrdiff_t step = transform == Transform::realInverse ? sx : sy;
+    constexpr bool isCcs = format == Format::ccs;
+    const bool pairsAreEven = isCcs || (format == Format::perm && n_ % 2 == 0);
+    const std::ptrdiff_t middle = isCcs ? n_ : pairsAreEven ? 1 : n_ - 1;
+    kInRows<bytes, transform, Real>.of[n_](samples(x), sx, samples(y), sy,
+                                           {middle * step, pairsAreEven ? 0 : -step},
+                                           static_cast<Real>(batch_.scale));
+  }
+
+  // The parts of a half spectrum that are zero by definition.
+  TFMGEN_INLINE void clearZeros(Unit* y, std::ptrdiff_t step) const {
+    if constexpr (transform == Transform::realForward && format == Format::ccs) {
+      storeUnaligned(y + step, V{});
+      if (n_ % 2 == 0) {
+        storeUnaligned(y + (n_ + 1) * step, V{});
+      }
+    }
+  }
+
+  // ---- Between the caller's layout and a block
+
+  template <int width>
+  TFMGEN_INLINE void fill(const Unit* src, Unit* block) const {
+    switch (src_.path) {
+    case Path::rows:
+      for (int e = 0; e < src_.length; ++e) {
+        moveRow<width>(src + e * src_.step, block + e * width);
+      }
+      break;
+    case Path::frames:
+      for (int lane = 0; lane < width; lane += kLanesOf<V>) {
+        framesToBlock<V, width>(EvenFrames<const Unit>{src + lane * src_.distance, src_.distance}, src_.length,
+                                block + lane);
+      }
+      break;
+    case Path::scattered:
+      for (int e = 0; e < src_.length; ++e) {
+        for (int lane = 0; lane < width; ++lane) {
+          block[e * width + lane] = loadElement(src + e * src_.step + lane * src_.distance);
+        }
+      }
+      break;
+    }
+  }
+
+  template <int width>
+  TFMGEN_INLINE void empty(const Unit* block, Unit* dst) const {
+    switch (dst_.path) {
+    case Path::rows:
+      for (int e = 0; e < dst_.length; ++e) {
+        moveRow<width>(block + e * width, dst + e * dst_.step);
+      }
+      break;
+    case Path::frames:
+      for (int lane = 0; lane < width; lane += kLanesOf<V>) {
+        blockToFrames<V, width>(block + lane, dst_.length,
+                                EvenFrames<Unit>{dst + lane * dst_.distance, dst_.distance});
+      }
+      break;
+    case Path::scattered:
+      for (int e = 0; e < dst_.length; ++e) {
+        for (int lane = 0; lane < width; ++lane) {
+          storeElement(dst + e * dst_.step + lane * dst_.distance, block[e * width + lane]);
+        }
+      }
+      break;
+    }
+  }
+
+  template <int width>
+  TFMGEN_INLINE static void moveRow(const Unit* from, Unit* to) {
+    unroll<width / kLanesOf<V>>([&](auto i) TFMGEN_INLINE {
+      storeUnaligned(to + i * kLanesOf<V>, loadUnaligned<V>(from + i * kLanesOf<V>));
+    });
+  }
+
+  // ---- Frames that fill no group
+
+  // A group may do frames that are done already once more, where their source is still there. Frames in one piece may
+  // also stand in several lanes.
+  TFMGEN_INLINE std::int64_t rest(std::int64_t done, bool areFrames) const {
+    const std::int64_t frames = batch_.count - done;
+    const bool hasEarlier = !batch_.isInPlace && batch_.count >= kFrames;
+    if (frames > kFrames / 2 && areFrames) {
+      repeatLast(done, frames);
+    } else if (frames > kFrames / 8 && hasEarlier && !areFrames) {
+      runBlocks<kFrames>(batch_.count - kFrames);
+    } else {
+      return 0;
+    }
+    return frames;
+  }
+
+  [[gnu::noinline]] void repeatLast(std::int64_t first, std::int64_t frames) const {
+    Space<kFrames> in;
+    Space<kFrames> out;
+    clearZeros(out.units, kFrames);
+    for (int lane = 0; lane < kFrames; lane += kLanesOf<V>) {
+      framesToBlock<V, kFrames>(listed(src_, first, frames, lane), src_.length, in.units + lane);
+    }
+    transformRows(in.units, kFrames, out.units, kFrames);
+    for (int lane = 0; lane < kFrames; lane += kLanesOf<V>) {
+      blockToFrames<V, kFrames>(out.units + lane, dst_.length, listed(dst_, first, frames, lane));
+    }
+  }
+
+  template <class Element>
+  TFMGEN_INLINE static ListedFrames<Element, kLanesOf<V>> listed(const PathSide<Element>& side, std::int64_t first,
+                                                                 std::int64_t frames, int lane) {
+    ListedFrames<Element, kLanesOf<V>> list;
+    for (int i = 0; i < kLanesOf<V>; ++i) {
+      const std::int64_t frame = lane + i < frames ? lane + i : frames - 1;
+      list.frames[i] = side.first + (first + frame) * side.distance;
+    }
+    return list;
+  }
+
+  TFMGEN_INLINE static const Real* samples(const Unit* units) { return reinterpret_cast<const Real*>(units); }
+  TFMGEN_INLINE static Real* samples(Unit* units) { return reinterpret_cast<Real*>(units); }
+
+  const Batch& batch_;
+  int n_;
+  PathSide<const Unit> src_;
+  PathSide<Unit> dst_;
+};
+
+// ---- A frame in every 16 bytes
+
+template <int bytes>
+struct BlockRoutines {
+  decltype(&InBlocks<bytes, kShortest>::run) run;
+  decltype(&InBlocks<bytes, kShortest>::runRows) runRows;
+};
+
+template <int bytes>
+struct BlockRoutineTable {
+  BlockRoutines<bytes> of[kLongest + 1]; // NOLINT(modernize-avoid-c-arrays): as above
+};
+
+template <int bytes>
+inline constexpr auto kInBlocks = withIndices<kLongest + 1>([](auto... n) {
+  const auto routines = [](auto length) -> BlockRoutines<bytes> {
+    if constexpr (length >= kShortest) {
+      return {InBlocks<bytes, length>::run, InBlocks<bytes, length>::runRows};
+    } else {
+      return {nullptr, nullptr};
+    }
+  };
+  return BlockRoutineTable<bytes>{{routines(n)...}};
+});
+
+// The inverse transform is the forward one with its results in the order 0, n-1, n-2 .. 1: the operations of a kernel
+// are the same, and only the last of them, a sum or a difference, tells the two apart.
+template <int bytes>
+TFMGEN_INLINE inline std::int64_t transformBlockGroups(const Batch& batch) {
+  constexpr int frames = bytes / kBlockBytes;
+  const bool isInverse = batch.family->transform == Transform::complexInverse;
+  const auto& routines = kInBlocks<bytes>.of[batch.length];
+  const auto* const src = reinterpret_cast<const Tfm64f*>(batch.src.first);
+  auto* const dst = reinterpret_cast<Tfm64f*>(batch.dst.first);
+  const BlockLayout from{2 * batch.src.step, 2 * batch.src.distance};
+  const BlockLayout to{isInverse ? -2 * batch.dst.step : 2 * batch.dst.step, 2 * batch.dst.distance};
+  const std::ptrdiff_t others = isInverse ? 2 * batch.length * batch.dst.step : 0;
+  const bool areRows = batch.src.distance == 1 && batch.dst.distance == 1;
+  std::int64_t f = 0;
+  for (; f + frames <= batch.count; f += frames) {
+    if (areRows) {
+      routines.runRows(src + 2 * f, from.step, dst + 2 * f, to.step, others, batch.scale);
+    } else {
+      routines.run(src + f * from.distance, from, dst + f * to.distance, to, others, batch.scale);
+    }
+  }
+  return f;
+}
+
+// ---- All families
+
+template <int bytes, Transform transform, Format format>
+TFMGEN_INLINE inline std::int64_t transformLaneGroups(const Batch& batch) {
+  if constexpr (isComplex(transform)) {
+    return LaneGroups<bytes, transform, format, Tfm32f>(batch).run();
+  } else {
+    return batch.family->elementBytes == sizeof(Tfm32f) ? LaneGroups<bytes, transform, format, Tfm32f>(batch).run()
+                                                        : LaneGroups<bytes, transform, format, Tfm64f>(batch).run();
+  }
+}
+
+template <int bytes, Transform transform>
+TFMGEN_INLINE inline std::int64_t transformSpectrumGroups(const Batch& batch) {
+  switch (batch.family->format) {
+  case Format::ccs: return transformLaneGroups<bytes, transform, Format::ccs>(batch);
+  case Format::pack: return transformLaneGroups<bytes, transform, Format::pack>(batch);
+  default: return transformLaneGroups<bytes, transform, Format::perm>(batch);
+  }
+}
+
+template <int bytes>
+std::int64_t transformGroups(const Batch& batch) {
+  switch (batch.family->transform) {
+  case Transform::complexForward:
+  case Transform::complexInverse:
+    if (batch.family->elementBytes == sizeof(Tfm64fc)) {
+      return transformBlockGroups<bytes>(batch);
+    }
+    return batch.family->transform == Transform::complexForward
+               ? transformLaneGroups<bytes, Transform::complexForward, Format::plain>(batch)
+               : transformLaneGroups<bytes, Transform::complexInverse, Format::plain>(batch);
+  case Transform::realForward: return transformSpectrumGroups<bytes, Transform::realForward>(batch);
+  case Transform::realInverse: return transformSpectrumGroups<bytes, Transform::realInverse>(batch);
+  case Transform::hartley: break;
+  }
+  return transformLaneGroups<bytes, Transform::hartley, Format::plain>(batch);
+}
+
+} // namespace tfmgen::batch
