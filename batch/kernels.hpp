@@ -113,7 +113,7 @@ TFMGEN_INLINE inline void storeParts(PartOfRow<bytes, float> to, Samples<float, 
 
 template <class Real, int bytes, int count>
 struct Registers {
-  Vector<Real, bytes> v[count]; // NOLINT(modernize-avoid-c-arrays): gone when the compiler has chosen registers
+  Vector<Real, bytes> v[count];
 };
 
 template <class Real, int bytes, int count>
@@ -146,13 +146,13 @@ struct SpectrumInRegisters : Layout {
 };
 
 template <Format format, int n>
-using LayoutOf = std::conditional_t<format == Format::ccs, Ccs<n>,
-                                    std::conditional_t<format == Format::pack, Pack<n>, Perm<n>>>;
+using LayoutOf =
+    std::conditional_t<format == Format::ccs, Ccs<n>, std::conditional_t<format == Format::pack, Pack<n>, Perm<n>>>;
 
 // Complex elements in two registers of frames each.
 template <int bytes, int n>
 struct ComplexRegisters {
-  Vector<double, bytes> v[2][n]; // NOLINT(modernize-avoid-c-arrays): as above
+  Vector<double, bytes> v[2][n];
 };
 
 template <int bytes, int n>
@@ -274,8 +274,7 @@ void InFrames<bytes, transform, format, Real, n>::run(const Real* x, std::ptrdif
     constexpr int outputs = destinationLength(transform, format, n);
     Registers<Real, bytes, inputs> in;
     Registers<Real, bytes, outputs> out{};
-    loadFrames<V>(EvenFrames<const Real>{x, dx}, inputs,
-                  [&](int element, V v) TFMGEN_INLINE { in.v[element] = v; });
+    loadFrames<V>(EvenFrames<const Real>{x, dx}, inputs, [&](int element, V v) TFMGEN_INLINE { in.v[element] = v; });
     Kernel<bytes, transform, Real, n>::template run<T, SpectrumInRegisters<LayoutOf<format, n>>>(
         RegisterOf<Real, bytes, inputs>{in, 0}, RegisterOf<Real, bytes, outputs>{out, 0}, s);
     storeFrames<V>(EvenFrames<Real>{y, dy}, outputs, [&](int element) TFMGEN_INLINE { return out.v[element]; });
@@ -293,9 +292,13 @@ void InBlocks<bytes, n>::run(const Tfm64f* x, BlockLayout from, Tfm64f* y, Block
 template <int bytes, int n>
 void InBlocks<bytes, n>::runRows(const Tfm64f* x, std::ptrdiff_t sx, Tfm64f* y, std::ptrdiff_t sy,
                                  std::ptrdiff_t others, Tfm64f scale) {
-  using V = Vector<Tfm64f, bytes>;
-  Kernel<bytes, Transform::complexForward, Tfm64f, n>::template run<V, BlockAccess<V>>(
-      Blocks<const Tfm64f, true>{x, x, {sx, 0}}, Blocks<Tfm64f, true>{y, y + others, {sy, 0}}, broadcast<V>(scale));
+  if constexpr (bytes == kBlockBytes) {
+    run(x, {sx, 0}, y, {sy, 0}, others, scale); // a row is one frame
+  } else {
+    using V = Vector<Tfm64f, bytes>;
+    Kernel<bytes, Transform::complexForward, Tfm64f, n>::template run<V, BlockAccess<V>>(
+        Blocks<const Tfm64f, true>{x, x, {sx, 0}}, Blocks<Tfm64f, true>{y, y + others, {sy, 0}}, broadcast<V>(scale));
+  }
 }
 
 } // namespace tfmgen::batch

@@ -13,7 +13,7 @@ namespace tfmgen::batch {
 
 template <class Routine>
 struct RoutineTable {
-  Routine* of[kLongest + 1]; // NOLINT(modernize-avoid-c-arrays): a function of std::array would be one for all widths
+  Routine* of[kLongest + 1];
 };
 
 template <int bytes, Transform transform, class Real>
@@ -45,8 +45,7 @@ inline constexpr auto kInFrames = withIndices<kLongest + 1>([](auto... n) {
 // Frames to a block of memory that holds `width` of each element in a row, and back.
 template <class V, int width, class Frames>
 [[gnu::noinline]] inline void framesToBlock(Frames frames, int length, Element<V>* block) {
-  loadFrames<V>(frames, length,
-                [&](int element, V v) TFMGEN_INLINE { storeAligned(block + element * width, v); });
+  loadFrames<V>(frames, length, [&](int element, V v) TFMGEN_INLINE { storeAligned(block + element * width, v); });
 }
 
 template <class V, int width, class Frames>
@@ -134,7 +133,7 @@ private:
   // Elements of a group of frames, `width` to a row.
   template <int width>
   struct alignas(kLine) Space {
-    Unit units[kRows * width]; // NOLINT(modernize-avoid-c-arrays): not filled in advance
+    Unit units[kRows * width];
   };
 
   template <int width>
@@ -178,8 +177,7 @@ private:
     constexpr bool isCcs = format == Format::ccs;
     const bool pairsAreEven = isCcs || (format == Format::perm && n_ % 2 == 0);
     const std::ptrdiff_t middle = isCcs ? n_ : pairsAreEven ? 1 : n_ - 1;
-    kInRows<bytes, transform, Real>.of[n_](samples(x), sx, samples(y), sy,
-                                           {middle * step, pairsAreEven ? 0 : -step},
+    kInRows<bytes, transform, Real>.of[n_](samples(x), sx, samples(y), sy, {middle * step, pairsAreEven ? 0 : -step},
                                            static_cast<Real>(batch_.scale));
   }
 
@@ -229,8 +227,7 @@ private:
       break;
     case Path::frames:
       for (int lane = 0; lane < width; lane += kLanesOf<V>) {
-        blockToFrames<V, width>(block + lane, dst_.length,
-                                EvenFrames<Unit>{dst + lane * dst_.distance, dst_.distance});
+        blockToFrames<V, width>(block + lane, dst_.length, EvenFrames<Unit>{dst + lane * dst_.distance, dst_.distance});
       }
       break;
     case Path::scattered:
@@ -245,9 +242,8 @@ private:
 
   template <int width>
   TFMGEN_INLINE static void moveRow(const Unit* from, Unit* to) {
-    unroll<width / kLanesOf<V>>([&](auto i) TFMGEN_INLINE {
-      storeUnaligned(to + i * kLanesOf<V>, loadUnaligned<V>(from + i * kLanesOf<V>));
-    });
+    unroll<width / kLanesOf<V>>(
+        [&](auto i) TFMGEN_INLINE { storeUnaligned(to + i * kLanesOf<V>, loadUnaligned<V>(from + i * kLanesOf<V>)); });
   }
 
   // ---- Frames that fill no group
@@ -310,7 +306,7 @@ struct BlockRoutines {
 
 template <int bytes>
 struct BlockRoutineTable {
-  BlockRoutines<bytes> of[kLongest + 1]; // NOLINT(modernize-avoid-c-arrays): as above
+  BlockRoutines<bytes> of[kLongest + 1];
 };
 
 template <int bytes>

@@ -39,7 +39,7 @@ private:
 
   int length_;
   std::size_t elementBytes_;
-  alignas(16) std::byte copy_[kRoom]; // NOLINT(modernize-avoid-c-arrays): filled frame by frame, never as a whole
+  alignas(16) std::byte copy_[kRoom];
 };
 
 } // namespace
@@ -47,8 +47,8 @@ private:
 void transformSingly(const Batch& batch) {
   const Family& family = *batch.family;
   const auto bytes = static_cast<std::ptrdiff_t>(family.elementBytes);
-  Frame source(batch.sourceLength(), family.elementBytes);
-  Frame destination(batch.destinationLength(), family.elementBytes);
+  Frame source(batch.src.length, family.elementBytes);
+  Frame destination(batch.dst.length, family.elementBytes);
   for (std::int64_t f = 0; f < batch.count; ++f) {
     const std::byte* const src = source.gather(batch.src.first + f * batch.src.distance * bytes, batch.src.step);
     std::byte* const dst = batch.dst.first + f * batch.dst.distance * bytes;

@@ -67,44 +67,44 @@ typedef struct {
 
 TFMBATCH_API TfmStatus tfmbDFTFwd_CToC_32fc(const Tfm32fc* pSrc, TfmbLayout srcLayout, Tfm32fc* pDst,
                                             TfmbLayout dstLayout, int32_t len, int64_t count, int32_t flag);
-TFMBATCH_API TfmStatus tfmbDFTFwd_CToC_64fc(const Tfm64fc* pSrc, TfmbLayout srcLayout, Tfm64fc* pDst, TfmbLayout dstLayout,
-                                            int32_t len, int64_t count, int32_t flag);
-TFMBATCH_API TfmStatus tfmbDFTInv_CToC_32fc(const Tfm32fc* pSrc, TfmbLayout srcLayout, Tfm32fc* pDst, TfmbLayout dstLayout,
-                                            int32_t len, int64_t count, int32_t flag);
-TFMBATCH_API TfmStatus tfmbDFTInv_CToC_64fc(const Tfm64fc* pSrc, TfmbLayout srcLayout, Tfm64fc* pDst, TfmbLayout dstLayout,
-                                            int32_t len, int64_t count, int32_t flag);
+TFMBATCH_API TfmStatus tfmbDFTFwd_CToC_64fc(const Tfm64fc* pSrc, TfmbLayout srcLayout, Tfm64fc* pDst,
+                                            TfmbLayout dstLayout, int32_t len, int64_t count, int32_t flag);
+TFMBATCH_API TfmStatus tfmbDFTInv_CToC_32fc(const Tfm32fc* pSrc, TfmbLayout srcLayout, Tfm32fc* pDst,
+                                            TfmbLayout dstLayout, int32_t len, int64_t count, int32_t flag);
+TFMBATCH_API TfmStatus tfmbDFTInv_CToC_64fc(const Tfm64fc* pSrc, TfmbLayout srcLayout, Tfm64fc* pDst,
+                                            TfmbLayout dstLayout, int32_t len, int64_t count, int32_t flag);
 
 /* ---- Real DFT to a half spectrum -------------------------------------------------------------------------------- */
 
-TFMBATCH_API TfmStatus tfmbDFTFwd_RToCCS_32f(const Tfm32f* pSrc, TfmbLayout srcLayout, Tfm32f* pDst, TfmbLayout dstLayout,
-                                             int32_t len, int64_t count, int32_t flag);
-TFMBATCH_API TfmStatus tfmbDFTFwd_RToCCS_64f(const Tfm64f* pSrc, TfmbLayout srcLayout, Tfm64f* pDst, TfmbLayout dstLayout,
-                                             int32_t len, int64_t count, int32_t flag);
-TFMBATCH_API TfmStatus tfmbDFTFwd_RToPack_32f(const Tfm32f* pSrc, TfmbLayout srcLayout, Tfm32f* pDst, TfmbLayout dstLayout,
-                                              int32_t len, int64_t count, int32_t flag);
-TFMBATCH_API TfmStatus tfmbDFTFwd_RToPack_64f(const Tfm64f* pSrc, TfmbLayout srcLayout, Tfm64f* pDst, TfmbLayout dstLayout,
-                                              int32_t len, int64_t count, int32_t flag);
-TFMBATCH_API TfmStatus tfmbDFTFwd_RToPerm_32f(const Tfm32f* pSrc, TfmbLayout srcLayout, Tfm32f* pDst, TfmbLayout dstLayout,
-                                              int32_t len, int64_t count, int32_t flag);
-TFMBATCH_API TfmStatus tfmbDFTFwd_RToPerm_64f(const Tfm64f* pSrc, TfmbLayout srcLayout, Tfm64f* pDst, TfmbLayout dstLayout,
-                                              int32_t len, int64_t count, int32_t flag);
+TFMBATCH_API TfmStatus tfmbDFTFwd_RToCCS_32f(const Tfm32f* pSrc, TfmbLayout srcLayout, Tfm32f* pDst,
+                                             TfmbLayout dstLayout, int32_t len, int64_t count, int32_t flag);
+TFMBATCH_API TfmStatus tfmbDFTFwd_RToCCS_64f(const Tfm64f* pSrc, TfmbLayout srcLayout, Tfm64f* pDst,
+                                             TfmbLayout dstLayout, int32_t len, int64_t count, int32_t flag);
+TFMBATCH_API TfmStatus tfmbDFTFwd_RToPack_32f(const Tfm32f* pSrc, TfmbLayout srcLayout, Tfm32f* pDst,
+                                              TfmbLayout dstLayout, int32_t len, int64_t count, int32_t flag);
+TFMBATCH_API TfmStatus tfmbDFTFwd_RToPack_64f(const Tfm64f* pSrc, TfmbLayout srcLayout, Tfm64f* pDst,
+                                              TfmbLayout dstLayout, int32_t len, int64_t count, int32_t flag);
+TFMBATCH_API TfmStatus tfmbDFTFwd_RToPerm_32f(const Tfm32f* pSrc, TfmbLayout srcLayout, Tfm32f* pDst,
+                                              TfmbLayout dstLayout, int32_t len, int64_t count, int32_t flag);
+TFMBATCH_API TfmStatus tfmbDFTFwd_RToPerm_64f(const Tfm64f* pSrc, TfmbLayout srcLayout, Tfm64f* pDst,
+                                              TfmbLayout dstLayout, int32_t len, int64_t count, int32_t flag);
 
 /* ---- Half spectrum to real samples ------------------------------------------------------------------------------- */
 
 /* Elements of a CCS spectrum that are zero by definition have no effect. In place, elements of a frame beyond its
  * samples stay as they are. */
-TFMBATCH_API TfmStatus tfmbDFTInv_CCSToR_32f(const Tfm32f* pSrc, TfmbLayout srcLayout, Tfm32f* pDst, TfmbLayout dstLayout,
-                                             int32_t len, int64_t count, int32_t flag);
-TFMBATCH_API TfmStatus tfmbDFTInv_CCSToR_64f(const Tfm64f* pSrc, TfmbLayout srcLayout, Tfm64f* pDst, TfmbLayout dstLayout,
-                                             int32_t len, int64_t count, int32_t flag);
-TFMBATCH_API TfmStatus tfmbDFTInv_PackToR_32f(const Tfm32f* pSrc, TfmbLayout srcLayout, Tfm32f* pDst, TfmbLayout dstLayout,
-                                              int32_t len, int64_t count, int32_t flag);
-TFMBATCH_API TfmStatus tfmbDFTInv_PackToR_64f(const Tfm64f* pSrc, TfmbLayout srcLayout, Tfm64f* pDst, TfmbLayout dstLayout,
-                                              int32_t len, int64_t count, int32_t flag);
-TFMBATCH_API TfmStatus tfmbDFTInv_PermToR_32f(const Tfm32f* pSrc, TfmbLayout srcLayout, Tfm32f* pDst, TfmbLayout dstLayout,
-                                              int32_t len, int64_t count, int32_t flag);
-TFMBATCH_API TfmStatus tfmbDFTInv_PermToR_64f(const Tfm64f* pSrc, TfmbLayout srcLayout, Tfm64f* pDst, TfmbLayout dstLayout,
-                                              int32_t len, int64_t count, int32_t flag);
+TFMBATCH_API TfmStatus tfmbDFTInv_CCSToR_32f(const Tfm32f* pSrc, TfmbLayout srcLayout, Tfm32f* pDst,
+                                             TfmbLayout dstLayout, int32_t len, int64_t count, int32_t flag);
+TFMBATCH_API TfmStatus tfmbDFTInv_CCSToR_64f(const Tfm64f* pSrc, TfmbLayout srcLayout, Tfm64f* pDst,
+                                             TfmbLayout dstLayout, int32_t len, int64_t count, int32_t flag);
+TFMBATCH_API TfmStatus tfmbDFTInv_PackToR_32f(const Tfm32f* pSrc, TfmbLayout srcLayout, Tfm32f* pDst,
+                                              TfmbLayout dstLayout, int32_t len, int64_t count, int32_t flag);
+TFMBATCH_API TfmStatus tfmbDFTInv_PackToR_64f(const Tfm64f* pSrc, TfmbLayout srcLayout, Tfm64f* pDst,
+                                              TfmbLayout dstLayout, int32_t len, int64_t count, int32_t flag);
+TFMBATCH_API TfmStatus tfmbDFTInv_PermToR_32f(const Tfm32f* pSrc, TfmbLayout srcLayout, Tfm32f* pDst,
+                                              TfmbLayout dstLayout, int32_t len, int64_t count, int32_t flag);
+TFMBATCH_API TfmStatus tfmbDFTInv_PermToR_64f(const Tfm64f* pSrc, TfmbLayout srcLayout, Tfm64f* pDst,
+                                              TfmbLayout dstLayout, int32_t len, int64_t count, int32_t flag);
 
 /* ---- Hartley ----------------------------------------------------------------------------------------------------- */
 

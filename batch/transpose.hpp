@@ -7,7 +7,7 @@
 
 #include "kernel/access.hpp"
 
-#include <array>
+#include <cstddef>
 
 namespace tfmgen::batch {
 
@@ -23,7 +23,7 @@ struct EvenFrames {
 // Frames anywhere. One that stands there more than once is stored as often, with the same bits.
 template <class Element, int count>
 struct ListedFrames {
-  Element* frames[count]; // NOLINT(modernize-avoid-c-arrays): a function of std::array would be one for all widths
+  Element* frames[count];
 
   TFMGEN_INLINE Element* operator()(int frame) const { return frames[frame]; }
 };
@@ -87,8 +87,7 @@ TFMGEN_INLINE inline V everyOther(V a, V b) {
 // ---- Tiles
 
 template <class V, int columns, class Frames>
-TFMGEN_INLINE inline std::array<V, columns> loadTile(const Frames& frames, int element) {
-  std::array<V, columns> rows;
+TFMGEN_INLINE inline void loadTile(const Frames& frames, int element, V (&rows)[columns]) {
   if constexpr (columns < kLanes<Element<V>>) {
     const V first = loadPairs<V>(frames, 0, element);
     const V second = loadPairs<V>(frames, 2, element);
@@ -98,11 +97,10 @@ TFMGEN_INLINE inline std::array<V, columns> loadTile(const Frames& frames, int e
     unroll<columns>([&](auto row) TFMGEN_INLINE { rows[row] = loadPieces<V, columns>(frames, row, element); });
     transpose(rows);
   }
-  return rows;
 }
 
-template <int columns, class V, class Frames>
-TFMGEN_INLINE inline void storeTile(const Frames& frames, int element, std::array<V, columns> rows) {
+template <class V, int columns, class Frames>
+TFMGEN_INLINE inline void storeTile(const Frames& frames, int element, V (&rows)[columns]) {
   if constexpr (columns < kLanes<Element<V>>) {
     storePairs(frames, 0, element, unpackLow(rows[0], rows[1]));
     storePairs(frames, 2, element, unpackHigh(rows[0], rows[1]));
@@ -146,7 +144,8 @@ template <class V, class Frames, class Put>
 TFMGEN_INLINE inline void loadFrames(const Frames& frames, int n, const Put& put) {
   constexpr bool isWide = sizeof(V) > 32; // a load of 16 bytes goes into the upper half of 32 at no cost
   coverFrame<isWide ? kLanesOf<V> : kLanes<Element<V>>, V>(n, [&](auto columns, int element) TFMGEN_INLINE {
-    const auto rows = loadTile<V, columns>(frames, element);
+    V rows[columns];
+    loadTile(frames, element, rows);
     unroll<columns>([&](auto row) TFMGEN_INLINE { put(element + row, rows[row]); });
   });
 }
@@ -155,9 +154,9 @@ TFMGEN_INLINE inline void loadFrames(const Frames& frames, int n, const Put& put
 template <class V, class Frames, class Get>
 TFMGEN_INLINE inline void storeFrames(const Frames& frames, int n, const Get& get) {
   coverFrame<kLanesOf<V>, V>(n, [&](auto columns, int element) TFMGEN_INLINE {
-    std::array<V, columns> rows;
+    V rows[columns];
     unroll<columns>([&](auto row) TFMGEN_INLINE { rows[row] = get(element + row); });
-    storeTile<columns>(frames, element, rows);
+    storeTile(frames, element, rows);
   });
 }
 

@@ -1,10 +1,7 @@
 # The meaning of the arithmetic, in one place. Results of the library are stated bit for bit: IEEE 754 round to nearest,
-# one rounding per operation, on SSE registers. Everything that is compiled into the library links this target, and
+# one rounding per operation. Everything that is compiled into a library links one of the targets below, and
 # tests/semantics fails when one of these options is lost.
-#
-# tfmgen_arithmetic is that meaning for registers of any width, tfmgen_semantics for those of the default library.
 add_library(tfmgen_arithmetic INTERFACE)
-
 target_compile_options(
   tfmgen_arithmetic
   INTERFACE
@@ -16,10 +13,7 @@ target_compile_options(
     $<$<CXX_COMPILER_ID:GNU>:-fno-tree-vectorize;-fno-tree-slp-vectorize>
     $<$<CXX_COMPILER_ID:Clang>:-fno-vectorize;-fno-slp-vectorize>)
 
+# The default library: 128-bit registers and the baseline of x86-64, whatever -march the environment asks for.
 add_library(tfmgen_semantics INTERFACE)
 target_link_libraries(tfmgen_semantics INTERFACE tfmgen_arithmetic)
-target_compile_options(
-  tfmgen_semantics
-  INTERFACE -msse2
-            -mno-avx # 128-bit registers and the baseline of x86-64, whatever -march the environment asks for
-            -mno-fma)
+target_compile_options(tfmgen_semantics INTERFACE -msse2 -mno-avx -mno-fma)

@@ -119,7 +119,7 @@ void writeReal(const std::string& directory, std::size_t count) {
 
 struct BatchFiles {
   std::string directory;
-  int count;
+  std::size_t count;
   int registers;
 };
 
@@ -214,7 +214,7 @@ int run(const std::vector<std::string>& arguments) {
                                                                    {"batch-complex64", writeBatchComplex64},
                                                                    {"batch-real", writeBatchReal}};
   if (arguments.size() == 4 && batches.contains(arguments[0])) {
-    batches.at(arguments[0])({arguments[1], std::stoi(arguments[2]), std::stoi(arguments[3])});
+    batches.at(arguments[0])({arguments[1], std::stoul(arguments[2]), std::stoi(arguments[3])});
     return 0;
   }
   std::cerr << "usage: tfmgen-generator FAMILY DIRECTORY COUNT [REGISTERS] | --counts | --errors\n";
