@@ -1,5 +1,5 @@
 #include "call.hpp"
-#include "families.hpp"
+#include "transforms.hpp"
 #include "tfmbatch.h"
 
 using namespace tfmgen::batch;

@@ -54,7 +54,8 @@ void draw(const std::string& recordingPath, const std::string& picturePath, int 
               recording.sampleRate, static_cast<double>(recording.samples.size()) / rate);
   std::printf("%zu frames of length %d, hop %d, %zu bins of %.1f Hz\n", spectrogram.frames, length, spectrogram.hop,
               spectrogram.bins(), binWidth);
-  std::printf("time per transform: %.1f ns\n", spectrogram.nanoseconds);
+  std::printf("time per transform: %.1f ns in one batch, %.1f ns call by call\n", spectrogram.nanoseconds.inBatch,
+              spectrogram.nanoseconds.singly);
   std::printf("strongest component: %.1f Hz (bin %zu)\n", static_cast<double>(strongest) * binWidth, strongest);
   std::printf("%s: %zu x %zu pixels\n", picturePath.c_str(), size.width, size.height);
 }

@@ -1,6 +1,6 @@
 #include "spectrum.hpp"
 
-#include "tfmgen.h"
+#include "tfmbatch.h"
 
 #include <algorithm>
 #include <chrono>
@@ -11,9 +11,6 @@
 
 namespace {
 
-// Frames that are windowed, transformed and evaluated together, so that a clock sees nothing but transforms.
-constexpr std::size_t kBatch = 256;
-
 std::vector<float> hannWindow(int length) {
   std::vector<float> window(static_cast<std::size_t>(length));
   for (std::size_t i = 0; i < window.size(); ++i) {
@@ -23,11 +20,11 @@ std::vector<float> hannWindow(int length) {
   return window;
 }
 
-// Everything that depends on which transform is used: a batch of frames, their spectra, and the power of a bin.
+// Everything that depends on which transform is used: frames, their spectra, and the power of a bin.
 class Transform {
 public:
-  explicit Transform(int length)
-      : length_(static_cast<std::size_t>(length)), frames_(kBatch * length_), spectra_(frames_.size()) {}
+  Transform(int length, std::size_t frames)
+      : length_(static_cast<std::size_t>(length)), frames_(frames * length_), spectra_(frames_.size()) {}
 
   // The length is the first thing that is checked: to ask for it takes no arrays.
   static bool exists(int length) {
@@ -36,9 +33,18 @@ public:
 
   void setSample(std::size_t frame, std::size_t i, float sample) { frames_[frame * length_ + i] = sample; }
 
-  void apply(std::size_t frame) {
-    tfmgDFTFwd_RToPerm_32f(&frames_[frame * length_], &spectra_[frame * length_], static_cast<int>(length_),
-                           TFM_DIV_FWD_BY_N);
+  // All frames by one call.
+  void applyInBatch() {
+    const TfmbLayout layout{1, static_cast<std::int64_t>(length_)};
+    tfmbDFTFwd_RToPerm_32f(frames_.data(), layout, spectra_.data(), layout, static_cast<int>(length_),
+                           static_cast<std::int64_t>(frames_.size() / length_), TFM_DIV_FWD_BY_N);
+  }
+
+  // The same with a call for each frame.
+  void applySingly() {
+    for (std::size_t i = 0; i < frames_.size(); i += length_) {
+      tfmgDFTFwd_RToPerm_32f(&frames_[i], &spectra_[i], static_cast<int>(length_), TFM_DIV_FWD_BY_N);
+    }
   }
 
   // Bin 0 and, of even lengths, the last bin are real: elements 0 and 1. Pairs of re and im follow.
@@ -56,39 +62,41 @@ private:
   std::vector<Tfm32f> spectra_;
 };
 
+// Nanoseconds that `work` takes.
+template <class Work>
+double timed(const Work& work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - start).count();
+}
+
 } // namespace
 
 Spectrogram analyse(const std::vector<float>& samples, int length) {
   if (!Transform::exists(length)) {
     throw std::invalid_argument("there is no transform of length " + std::to_string(length) + ", only of 2 to 64");
   }
-  Transform transform(length);
   const std::vector<float> window = hannWindow(length);
   const auto hop = static_cast<std::size_t>(std::max(1, length / 4));
   const std::size_t beyondFirst = samples.size() - std::min(samples.size(), window.size());
-  Spectrogram result{length, static_cast<int>(hop), 1 + (beyondFirst + hop - 1) / hop, {}, 0};
-  result.power.reserve(result.frames * result.bins());
+  Spectrogram result{length, static_cast<int>(hop), 1 + (beyondFirst + hop - 1) / hop, {}, {}};
 
-  std::chrono::duration<double, std::nano> elapsed{0};
-  for (std::size_t first = 0; first < result.frames; first += kBatch) {
-    const std::size_t count = std::min(kBatch, result.frames - first);
-    for (std::size_t frame = 0; frame < count; ++frame) {
-      for (std::size_t i = 0; i < window.size(); ++i) {
-        const std::size_t position = (first + frame) * hop + i;
-        transform.setSample(frame, i, position < samples.size() ? window[i] * samples[position] : 0);
-      }
-    }
-    const auto start = std::chrono::steady_clock::now();
-    for (std::size_t frame = 0; frame < count; ++frame) {
-      transform.apply(frame);
-    }
-    elapsed += std::chrono::steady_clock::now() - start;
-    for (std::size_t frame = 0; frame < count; ++frame) {
-      for (std::size_t bin = 0; bin < result.bins(); ++bin) {
-        result.power.push_back(transform.power(frame, bin));
-      }
+  Transform transform(length, result.frames);
+  for (std::size_t frame = 0; frame < result.frames; ++frame) {
+    for (std::size_t i = 0; i < window.size(); ++i) {
+      const std::size_t position = frame * hop + i;
+      transform.setSample(frame, i, position < samples.size() ? window[i] * samples[position] : 0);
     }
   }
-  result.nanoseconds = elapsed.count() / static_cast<double>(result.frames);
+  const auto frames = static_cast<double>(result.frames);
+  result.nanoseconds.singly = timed([&] { transform.applySingly(); }) / frames;
+  result.nanoseconds.inBatch = timed([&] { transform.applyInBatch(); }) / frames;
+
+  result.power.reserve(result.frames * result.bins());
+  for (std::size_t frame = 0; frame < result.frames; ++frame) {
+    for (std::size_t bin = 0; bin < result.bins(); ++bin) {
+      result.power.push_back(transform.power(frame, bin));
+    }
+  }
   return result;
 }

@@ -3,12 +3,18 @@
 #include <cstddef>
 #include <vector>
 
+// Nanoseconds of one transform, the mean over all frames.
+struct TransformTimes {
+  double singly;  // a call for each frame
+  double inBatch; // one call for all
+};
+
 struct Spectrogram {
   int length; // samples of a frame
   int hop;    // samples from one frame to the next
   std::size_t frames;
   std::vector<float> power; // frames x bins(), frame by frame
-  double nanoseconds;       // of one transform, the mean over all frames
+  TransformTimes nanoseconds;
 
   [[nodiscard]] std::size_t bins() const { return static_cast<std::size_t>(length) / 2 + 1; }
 };

@@ -32,6 +32,7 @@ int main() {
   for (const Family& family : families()) {
     family.realBytes == sizeof(float) ? printFamily<float>(family) : printFamily<double>(family);
   }
+  printBatches();
   printWht();
   printDct4();
 }

@@ -69,6 +69,7 @@ void addResults(Hash& hash, std::size_t sourceReals, std::size_t destinationReal
   }
 }
 
+void printBatches();
 void printWht();
 void printDct4();
 
