@@ -140,7 +140,9 @@ private:
   [[gnu::noinline]] std::int64_t runBlocks(std::int64_t first) const {
     Space<width> in;
     Space<width> out;
-    clearZeros(out.units, width);
+    for (int lane = 0; lane < width; lane += kFrames) {
+      clearZeros(out.units + lane, width);
+    }
     std::int64_t f = first;
     for (; f + width <= batch_.count; f += width) {
       group<width>(f, in.units, out.units);
