@@ -81,6 +81,12 @@ public:
   Ref shuffle(Ref a, Ref b, int selector);
   Ref rotate(Ref a);
 
+  // A node as it stands, or the one that is equal to it: without any of the rules above.
+  Ref append(Op op, Ref left, Ref right = {}) { return intern(op, Rounding::assigned, left, right, 0); }
+  Ref appendProduct(Quad factor, Ref a) {
+    return intern(Op::multiply, Rounding::assigned, a, {}, internConstant({factor, factor, factor, factor}));
+  }
+
   // a + b + c + ... from left to right.
   Ref sum(std::span<const Ref> values);
   // The sum of factor * value from left to right as one expression with a single rounding at its end. A term of factor

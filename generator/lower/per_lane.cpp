@@ -20,11 +20,13 @@ using graph::Quad;
 using graph::Ref;
 using number::at;
 
-// Builds a graph by exact rules only. The zero reference is +0, its negation -0; no reference is negative.
+// Builds a graph by exact rules only. A negation is a product by a negative constant: of a product, it is the product
+// by the constant of opposite sign, unless that is zero. The zero reference is +0, its negation -0; no reference is
+// negative.
 class ExactGraph {
 public:
   Ref load(int tag) { return graph_.load(tag); }
-  Ref scale(Ref a) { return append(Op::scale, a); }
+  Ref scale(Ref a) { return graph_.append(Op::scale, a); }
 
   Ref add(Ref a, Ref b) {
     if (isMinusZero(a) || isMinusZero(b)) {
@@ -34,12 +36,12 @@ public:
       return a;
     }
     if (isNegation(b)) {
-      return subtract(a, operand(b));
+      return subtract(a, negate(b));
     }
     if (isNegation(a)) {
-      return subtract(b, operand(a));
+      return subtract(b, negate(a));
     }
-    return a < b ? append(Op::add, a, b) : append(Op::add, b, a); // one node for both orders
+    return b < a ? graph_.append(Op::add, b, a) : graph_.append(Op::add, a, b); // one node for both orders
   }
 
   Ref subtract(Ref a, Ref b) {
@@ -49,7 +51,7 @@ public:
     if (isMinusZero(a)) {
       return negate(b);
     }
-    return isNegation(b) ? add(a, operand(b)) : append(Op::subtract, a, b);
+    return isNegation(b) ? add(a, negate(b)) : graph_.append(Op::subtract, a, b);
   }
 
   Ref multiply(Quad factor, Ref a) {
@@ -59,21 +61,27 @@ public:
     if (factor == -1 || a.isZero()) {
       return negate(a);
     }
-    if (isNegation(a)) {
-      return negate(multiply(factor, operand(a)));
-    }
-    return graph_.appendProduct({factor, factor, factor, factor}, false, a, graph::Rounding::assigned);
+    return isNegation(a) ? graph_.appendProduct(-factor, negate(a)) : graph_.appendProduct(factor, a);
   }
 
-  Ref negate(Ref a) { return isNegation(a) ? operand(a) : append(Op::negate, a); }
+  Ref negate(Ref a) {
+    const Quad factor = factorOf(a);
+    if (factor == 0) {
+      return graph_.appendProduct(-1, a);
+    }
+    const Ref multiplied = graph_.node(a).left;
+    return factor == -1 ? multiplied : graph_.appendProduct(-factor, multiplied);
+  }
 
   Graph take() { return std::move(graph_); }
 
 private:
-  [[nodiscard]] bool isNegation(Ref a) const { return !a.isZero() && graph_.node(a).op == Op::negate; }
-  [[nodiscard]] Ref operand(Ref negation) const { return graph_.node(negation).left; }
-  [[nodiscard]] bool isMinusZero(Ref a) const { return isNegation(a) && operand(a).isZero(); }
-  Ref append(Op op, Ref left, Ref right = {}) { return graph_.append({op, graph::Rounding::assigned, left, right, 0}); }
+  // The constant of a product; 0 for other values.
+  [[nodiscard]] Quad factorOf(Ref a) const {
+    return !a.isZero() && graph_.node(a).op == Op::multiply ? graph_.constant(graph_.node(a))[0] : 0;
+  }
+  [[nodiscard]] bool isNegation(Ref a) const { return factorOf(a) < 0; }
+  [[nodiscard]] bool isMinusZero(Ref a) const { return isNegation(a) && graph_.node(a).left.isZero(); }
 
   Graph graph_;
 };
@@ -98,7 +106,7 @@ public:
 private:
   [[nodiscard]] Ref value(Ref r, int lane) const {
     if (r.isNegative()) {
-      std::abort(); // signs are settled before
+      std::abort(); // vector kernels state their operands without a minus
     }
     return r.isZero() ? r : at(lanes_[r.node()], lane);
   }
@@ -124,7 +132,6 @@ private:
     case Op::subtract: return to_.subtract(value(node.left, lane), value(node.right, lane));
     case Op::multiply: return to_.multiply(factor(node, lane), value(node.left, lane));
     case Op::scale: return to_.scale(value(node.left, lane));
-    case Op::negate: return to_.negate(value(node.left, lane));
     case Op::rotate: return lane == 0 ? to_.negate(value(node.left, 1)) : value(node.left, 0);
     case Op::shuffle: return moved(node, lane);
     }

@@ -89,17 +89,16 @@ private:
     switch (n.op) {
     case Op::add: return operand(n.left, true) + " + " + operand(n.right, false);
     case Op::subtract: return operand(n.left, true) + " - " + operand(n.right, false);
-    case Op::multiply: return factor(n) + " * " + operand(n.left, false);
+    case Op::multiply: return factor(n) + operand(n.left, false);
     case Op::scale: return operand(n.left, false) + " * s";
-    case Op::negate: return "-" + operand(n.left, false);
     default: std::abort(); // a load has a name, and there are no lanes
     }
   }
 
-  // A doubling is exact in the sample type.
+  // A doubling and a negation are exact in the sample type.
   [[nodiscard]] std::string factor(const Node& n) const {
     const number::Quad value = graph_.constant(n)[0];
-    return value == 2 ? "T(2)" : literal(value, form_.constants);
+    return value == -1 ? "-" : (value == 2 ? "T(2)" : literal(value, form_.constants)) + " * ";
   }
 
   const lower::RealKernel& kernel_;

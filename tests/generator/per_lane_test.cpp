@@ -2,7 +2,6 @@
 #include "lower/complex32.hpp"
 #include "lower/lane_moves.hpp"
 #include "lower/per_lane.hpp"
-#include "lower/signs.hpp"
 #include "plan/complex32.hpp"
 #include "random.hpp"
 
@@ -48,7 +47,6 @@ std::vector<float> execute(const Kernel& kernel, const std::vector<float>& sampl
       case Op::subtract: result = a - at(right, lane); break;
       case Op::multiply: result = static_cast<float>(at(kernel.graph.constant(node), lane)) * a; break;
       case Op::scale: result = kScale * a; break;
-      case Op::negate: result = -a; break;
       case Op::rotate: ADD_FAILURE() << "registers of four lanes are not rotated"; break;
       case Op::shuffle:
         if (node.tag == kUnpackLow || node.tag == kUnpackHigh) {
@@ -81,7 +79,6 @@ std::vector<float> execute(const RealKernel& kernel, const std::vector<float>& s
     case Op::subtract: values[i] = value(node.left) - value(node.right); break;
     case Op::multiply: values[i] = static_cast<float>(g.constant(node)[0]) * value(node.left); break;
     case Op::scale: values[i] = kScale * value(node.left); break;
-    case Op::negate: values[i] = -value(node.left); break;
     default: ADD_FAILURE() << "no lanes are left";
     }
   }
@@ -108,7 +105,7 @@ TEST(PerLane, BitsOfTheRegistersOnSpecialValues) {
   test::Random random(5);
   for (const auto sign : {transform::RootSign::forward, transform::RootSign::inverse}) {
     for (int n = 6; n <= 64; ++n) {
-      const Kernel kernel = withSettledSigns(complex32(*plan::complex32(n), sign));
+      const Kernel kernel = complex32(*plan::complex32(n), sign);
       const RealKernel apart = perLane(kernel, {4, 32});
       for (int repetition = 0; repetition < 40; ++repetition) {
         const std::vector<float> samples = specialSamples(2 * static_cast<std::size_t>(n), random);
@@ -128,7 +125,7 @@ TEST(PerLane, BitsOfTheRegistersOnSpecialValues) {
 // Lanes that hold nothing vanish: no more operations than lanes that count.
 TEST(PerLane, NothingIsComputedTwice) {
   for (int n = 6; n <= 64; ++n) {
-    const Kernel kernel = withSettledSigns(complex32(*plan::complex32(n), transform::RootSign::forward));
+    const Kernel kernel = complex32(*plan::complex32(n), transform::RootSign::forward);
     const graph::Counts vectors = graph::count(kernel.graph, kernel.outputs());
     const graph::Counts scalars = transform::count(perLane(kernel, {4, 32}).body);
     EXPECT_LE(scalars.multiplications + scalars.additions, 4 * (vectors.multiplications + vectors.additions));
