@@ -6,54 +6,32 @@ namespace tfmgen::batch {
 
 namespace {
 
-constexpr std::size_t kRoom = (kLongest + 2) * sizeof(Tfm64fc); // of any frame
-
-// A frame of elements side by side: the caller's own, or a copy.
-class Frame {
-public:
-  Frame(int length, std::size_t elementBytes) : length_(length), elementBytes_(elementBytes) {}
-
-  const std::byte* gather(const std::byte* first, std::ptrdiff_t step) {
-    if (step == 1) {
-      return first;
+// Frames one by one, where their elements do not stand side by side by way of a copy.
+template <std::size_t elementBytes>
+void transformElements(const Batch& batch) {
+  constexpr auto size = static_cast<std::ptrdiff_t>(elementBytes);
+  alignas(16) std::byte in[(kLongest + 2) * elementBytes];
+  alignas(16) std::byte out[(kLongest + 2) * elementBytes];
+  for (std::int64_t f = 0; f < batch.count; ++f) {
+    const std::byte* const src = batch.src.first + f * batch.src.distance * size;
+    std::byte* const dst = batch.dst.first + f * batch.dst.distance * size;
+    for (int i = 0; batch.src.step != 1 && i < batch.src.length; ++i) {
+      std::memcpy(in + i * size, src + i * batch.src.step * size, elementBytes);
     }
-    for (int i = 0; i < length_; ++i) {
-      std::memcpy(at(i), first + offset(i, step), elementBytes_);
-    }
-    return copy_;
-  }
-
-  std::byte* place(std::byte* first, std::ptrdiff_t step) { return step == 1 ? first : copy_; }
-
-  void scatter(std::byte* first, std::ptrdiff_t step) {
-    for (int i = 0; step != 1 && i < length_; ++i) {
-      std::memcpy(first + offset(i, step), at(i), elementBytes_);
+    batch.family->single(batch.src.step == 1 ? src : in, batch.dst.step == 1 ? dst : out, batch.length, batch.flag);
+    for (int i = 0; batch.dst.step != 1 && i < batch.dst.length; ++i) {
+      std::memcpy(dst + i * batch.dst.step * size, out + i * size, elementBytes);
     }
   }
-
-private:
-  std::byte* at(int i) { return copy_ + static_cast<std::size_t>(i) * elementBytes_; }
-  [[nodiscard]] std::ptrdiff_t offset(int i, std::ptrdiff_t step) const {
-    return i * step * static_cast<std::ptrdiff_t>(elementBytes_);
-  }
-
-  int length_;
-  std::size_t elementBytes_;
-  alignas(16) std::byte copy_[kRoom];
-};
+}
 
 } // namespace
 
 void transformSingly(const Batch& batch) {
-  const Family& family = *batch.family;
-  const auto bytes = static_cast<std::ptrdiff_t>(family.elementBytes);
-  Frame source(batch.src.length, family.elementBytes);
-  Frame destination(batch.dst.length, family.elementBytes);
-  for (std::int64_t f = 0; f < batch.count; ++f) {
-    const std::byte* const src = source.gather(batch.src.first + f * batch.src.distance * bytes, batch.src.step);
-    std::byte* const dst = batch.dst.first + f * batch.dst.distance * bytes;
-    family.single(src, destination.place(dst, batch.dst.step), batch.length, batch.flag);
-    destination.scatter(dst, batch.dst.step);
+  switch (batch.family->elementBytes) {
+  case sizeof(Tfm32f): return transformElements<sizeof(Tfm32f)>(batch);
+  case sizeof(Tfm32fc): return transformElements<sizeof(Tfm32fc)>(batch);
+  default: return transformElements<sizeof(Tfm64fc)>(batch);
   }
 }
 
