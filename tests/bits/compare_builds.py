@@ -84,15 +84,8 @@ def sample(arguments, pool):
     def family(name):
         return re.sub(r"_\d+_", "_", name)
 
-<<<<<<< HEAD
-    missing = {family(n) for n in names} - {family(n) for n in sampled}
-=======
-    sampled = set(re.findall(r" T (tfmg\w+)", run("nm", "-D", "--defined-only", library)))
-    expected = run(arguments.digest)
-    names = [line.split()[0] for line in expected.splitlines()]
-    singles = [n for n in names if n.startswith("tfmg")] # kernels of batches are no exports that could be put in front
-    missing = {family(n) for n in singles} - {family(n) for n in singles if n in sampled}
->>>>>>> 6abfefb (Tests, benchmark and examples of batches)
+    singles = {n for n in names if n.startswith("tfmg")}  # kernels of batches are no exports
+    missing = {family(n) for n in singles} - {family(n) for n in sampled}
     if missing:
         sys.exit(f"no routine of {sorted(missing)} in the sample")
     print(f"{len(sampled)} of {len(names)} routines compiled with {arguments.compiler}")
