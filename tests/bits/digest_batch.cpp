@@ -4,6 +4,11 @@
 namespace tfmgen::test {
 namespace {
 
+struct Layouts {
+  TfmbLayout src;
+  TfmbLayout dst;
+};
+
 constexpr std::int64_t kFrames = 29; // full groups of every width, and a rest
 
 template <class Real>
@@ -16,10 +21,10 @@ void printFamily(const BatchFamily& family) {
     const TfmbLayout frames{1, static_cast<std::int64_t>(in)};
     const TfmbLayout results{1, static_cast<std::int64_t>(out)};
     const TfmbLayout rows{kFrames, 1};
-    for (const auto& [from, to] : {std::pair{frames, results}, {frames, rows}, {rows, results}, {rows, rows}}) {
+    for (const Layouts& layouts : {Layouts{frames, results}, {frames, rows}, {rows, results}, {rows, rows}}) {
       for (const std::int32_t flag : kFlags) {
         addResults<Real>(hash, in * kFrames * reals, out * kFrames * reals, [&](const Real* src, Real* dst) {
-          family.call(src, from, dst, to, n, kFrames, flag);
+          family.call(src, layouts.src, dst, layouts.dst, n, kFrames, flag);
         });
       }
     }

@@ -126,7 +126,7 @@ TEST(GeneratorConstants, ZerosInChirpsAreExact) {
 
 TEST(GeneratorConstants, LastRaderMultipliersOfRealKernels) {
   const auto numbers = [](const plan::PlanPtr& plan, auto build, lower::Transform transform) {
-    return numbersIn(print::scalarStatements(lower::assignments(build(*plan), transform), false, false));
+    return numbersIn(print::scalarStatements(lower::assignments(build(*plan), transform), {}));
   };
   for (const int length : {13, 26, 53}) {
     const plan::RealPlans& plans = plan::realPlans(length);
