@@ -5,6 +5,16 @@
 
 namespace tfmgen::batch {
 
+bool processorHas(int bytes) {
+  switch (bytes) {
+  case 64:
+    return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
+           __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl");
+  case 32: return __builtin_cpu_supports("avx2");
+  default: return true;
+  }
+}
+
 namespace {
 
 Direction directionOf(Transform transform) {
@@ -48,9 +58,17 @@ bool selectScale(Transform transform, std::int32_t length, std::int32_t flag, do
 
 // ---- Widths
 
+// Frames of a group: one a lane, of complex doubles one in every 16 bytes.
+int groupFrames(const Family& family, int bytes) {
+  const std::size_t lane =
+      isComplex(family.transform) && family.elementBytes == sizeof(Tfm32fc) ? sizeof(Tfm32f) : family.elementBytes;
+  return bytes / static_cast<int>(lane);
+}
+
+// Half a group or less is not worth a call, nor the question whether the processor could.
 template <int bytes>
-void transformAsWide(Batch& batch, int widest) {
-  if (bytes > widest || batch.count == 0) {
+void transformAsWide(Batch& batch, int widestWanted) {
+  if (bytes > widestWanted || 2 * batch.count <= groupFrames(*batch.family, bytes) || !processorHas(bytes)) {
     return;
   }
   const std::int64_t done = transformGroups<bytes>(batch);
@@ -62,14 +80,6 @@ void transformAsWide(Batch& batch, int widest) {
 
 } // namespace
 
-int widest() {
-  if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") &&
-      __builtin_cpu_supports("avx512vl")) {
-    return 64;
-  }
-  return __builtin_cpu_supports("avx2") ? 32 : 16;
-}
-
 TfmStatus call(const Family& family, const void* src, TfmbLayout srcLayout, void* dst, TfmbLayout dstLayout,
                std::int32_t length, std::int64_t count, std::int32_t flag, int bytes) {
   if (length < kShortest || length > kLongest || count < 0) {
@@ -77,9 +87,6 @@ TfmStatus call(const Family& family, const void* src, TfmbLayout srcLayout, void
   }
   if (src == nullptr || dst == nullptr) {
     return tfmStsNullPtr;
-  }
-  if (count == 1 && srcLayout.step == 1 && dstLayout.step == 1) {
-    return family.single(src, dst, length, flag);
   }
   const bool isDouble = family.elementBytes == (isComplex(family.transform) ? sizeof(Tfm64fc) : sizeof(Tfm64f));
   double scale = 0;

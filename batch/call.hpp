@@ -8,13 +8,13 @@
 
 namespace tfmgen::batch {
 
-// Widths of registers that frames may be processed in.
+// Widths of registers, in bytes, from the widest down. Every processor has the last.
 inline constexpr std::array kWidths = {64, 32, 16};
 
-// The widest registers that the processor has.
-int widest();
+bool processorHas(int bytes);
 
-// Checks the arguments and transforms the batch with registers of at most `bytes` bytes; 0: frame by frame.
+// Checks the arguments and transforms the batch with registers of at most `bytes` bytes that the processor has; 0:
+// frame by frame.
 TfmStatus call(const Family& family, const void* src, TfmbLayout srcLayout, void* dst, TfmbLayout dstLayout,
                std::int32_t length, std::int64_t count, std::int32_t flag, int bytes);
 

@@ -141,7 +141,7 @@ std::ostream& operator<<(std::ostream& out, const BatchCase& c) {
 std::vector<int> widths() {
   std::vector<int> present{0};
   for (const int width : batch::kWidths) {
-    if (width <= batch::widest()) {
+    if (batch::processorHas(width)) {
       present.push_back(width);
     }
   }
