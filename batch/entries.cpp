@@ -4,13 +4,34 @@
 
 using namespace tfmgen::batch;
 
-// One frame in one piece is a single call, whose checks are the same.
+namespace {
+
+// Frames in one piece that are single calls, up to this number, without a look at anything else. A group of four
+// complex frames of floats gains nothing that would pay for its call.
+constexpr std::int64_t fewFrames(Transform transform, std::size_t elementBytes) {
+  return isComplex(transform) && elementBytes == sizeof(Tfm32fc) ? 7 : 1;
+}
+
+// The checks of single calls are those of a batch with frames in it.
+template <class Sample>
+TfmStatus callSingly(TfmStatus (*single)(const Sample*, Sample*, std::int32_t, std::int32_t), const Sample* src,
+                     std::int64_t srcDistance, Sample* dst, std::int64_t dstDistance, std::int32_t len,
+                     std::int64_t count, std::int32_t flag) {
+  TfmStatus status = single(src, dst, len, flag);
+  for (std::int64_t f = 1; f < count && status == tfmStsOk; ++f) {
+    status = single(src + f * srcDistance, dst + f * dstDistance, len, flag);
+  }
+  return status;
+}
+
+} // namespace
 
 #define TFMBATCH_DEFINE(name, suffix, Sample, transform, format)                                                       \
   TfmStatus tfmb##name##_##suffix(const Sample* pSrc, TfmbLayout srcLayout, Sample* pDst, TfmbLayout dstLayout,        \
                                   int32_t len, int64_t count, int32_t flag) {                                          \
-    if (count == 1 && srcLayout.step == 1 && dstLayout.step == 1) {                                                    \
-      return tfmg##name##_##suffix(pSrc, pDst, len, flag);                                                             \
+    if (count >= 1 && count <= fewFrames(Transform::transform, sizeof(Sample)) && srcLayout.step == 1 &&               \
+        dstLayout.step == 1) {                                                                                         \
+      return callSingly(tfmg##name##_##suffix, pSrc, srcLayout.distance, pDst, dstLayout.distance, len, count, flag);  \
     }                                                                                                                  \
     return call(k##name##_##suffix, pSrc, srcLayout, pDst, dstLayout, len, count, flag, kWidths.front());              \
   }

@@ -62,9 +62,12 @@ TEST(BatchEntries, PartsOfABatchInThreads) {
         single.general(source.data() + f * inBytes, expected.data() + f * outBytes, n, TFM_DIV_BY_SQRTN);
       }
       std::vector<std::thread> threads;
-      for (const std::size_t first : {std::size_t{0}, std::size_t{64}, std::size_t{128}}) {
-        const std::int64_t part = first == 128 ? count - 128 : 64;
-        threads.emplace_back([&, first, part] {
+      struct Part {
+        std::size_t first;
+        std::int64_t count;
+      };
+      for (const auto [first, part] : {Part{0, 64}, Part{64, 1}, Part{65, 5}, Part{70, 58}, Part{128, count - 128}}) {
+        threads.emplace_back([&, first = first, part = part] {
           family.call(source.data() + first * inBytes, from, actual.data() + first * outBytes, to, n, part,
                       TFM_DIV_BY_SQRTN);
         });
