@@ -3,17 +3,7 @@ set(dir ${CMAKE_CURRENT_BINARY_DIR}/scfdma_check)
 file(REMOVE_RECURSE ${dir})
 file(MAKE_DIRECTORY ${dir})
 
-function(run expected)
-  execute_process(COMMAND ${PROGRAM} ${ARGN} WORKING_DIRECTORY ${dir} RESULT_VARIABLE status OUTPUT_VARIABLE out
-                  ERROR_VARIABLE err)
-  if(NOT status EQUAL expected)
-    message(FATAL_ERROR "scfdma ${ARGN}: exit status ${status}, not ${expected}: ${err}")
-  endif()
-  if(NOT expected EQUAL 0 AND err STREQUAL "")
-    message(FATAL_ERROR "scfdma ${ARGN}: fails without a word")
-  endif()
-  set(out "${out}" PARENT_SCOPE)
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/../common/run_program.cmake)
 
 run(0 clear.png 60 20)
 string(REGEX MATCHALL " 0\\.00e\\+00 " faultless "${out}")
