@@ -1,5 +1,6 @@
-# tfmgen_generate(OUT FAMILY COUNT): COUNT source files of a family's kernels, made by the generator in the current build
-# folder. Their names are put in OUT. Equal amounts of arithmetic go into each file, so that cores share the work.
+# tfmgen_generate(OUT FAMILY COUNT): COUNT source files of a family's kernels at the level TFMGEN_LEVEL, made by the
+# generator in the current build folder. Their names are put in OUT. Equal amounts of arithmetic go into each file, so
+# that cores share the work.
 function(tfmgen_generate out family count)
   set(directory ${CMAKE_CURRENT_BINARY_DIR}/generated)
   math(EXPR last "${count} - 1")
@@ -8,9 +9,9 @@ function(tfmgen_generate out family count)
   endforeach()
   add_custom_command(
     OUTPUT ${files}
-    COMMAND tfmgen-generator ${family} ${directory} ${count}
+    COMMAND tfmgen-generator ${family} ${directory} ${count} ${TFMGEN_LEVEL}
     DEPENDS tfmgen-generator
-    COMMENT "Generating ${family} kernels"
+    COMMENT "Generating ${family} kernels ${TFMGEN_LEVEL}"
     VERBATIM)
   set(${out} ${files} PARENT_SCOPE)
 endfunction()

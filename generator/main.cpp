@@ -1,13 +1,16 @@
 // tfmgen-generator: writes the straight-line kernels of a family as C++ text, or prints what they cost.
 //
-//   tfmgen-generator complex32 DIRECTORY COUNT   writes COUNT files complex32_0.cpp, complex32_1.cpp, ...
-//   tfmgen-generator complex64 DIRECTORY COUNT   the same with files complex64_0.cpp, ...
-//   tfmgen-generator real DIRECTORY COUNT        the same with files real_0.cpp, ...
-//   tfmgen-generator --counts                    name,multiplications,additions,shuffles,rotations, a line a kernel
-//   tfmgen-generator --errors                    what is known of the rounding error, a line a routine: error/table.hpp
+//   tfmgen-generator complex32 DIRECTORY COUNT [LEVEL]   writes COUNT files complex32_0.cpp, complex32_1.cpp, ...
+//   tfmgen-generator complex64 DIRECTORY COUNT [LEVEL]   the same with files complex64_0.cpp, ...
+//   tfmgen-generator real DIRECTORY COUNT [LEVEL]        the same with files real_0.cpp, ...
+//   tfmgen-generator --counts                  name,multiplications,additions,shuffles,rotations, a line a kernel
+//   tfmgen-generator --errors                  what is known of the rounding error, a line a routine: error/table.hpp
+//
+// LEVEL is x86-64-v3 or x86-64-v4; without it kernels are for the baseline, which --counts and --errors describe.
 #ifdef TFMGEN_WITH_ERRORS
 #include "error/table.hpp"
 #endif
+#include "level.hpp"
 #include "lower/complex32.hpp"
 #include "lower/complex64.hpp"
 #include "lower/real.hpp"
@@ -73,11 +76,11 @@ void writeComplex(const std::string& name, MakeComplex& make, const std::string&
   print::writeFiles(directory, name, count, print::complexPreamble(), pieces);
 }
 
-void writeComplex32(const std::string& directory, std::size_t count) {
+void writeComplex32(const std::string& directory, std::size_t count, Level /*level*/) {
   writeComplex("complex32", complex32Kernel, directory, count);
 }
 
-void writeComplex64(const std::string& directory, std::size_t count) {
+void writeComplex64(const std::string& directory, std::size_t count, Level /*level*/) {
   writeComplex("complex64", complex64Kernel, directory, count);
 }
 
@@ -102,7 +105,7 @@ std::vector<RealKernel> realKernels() {
   return kernels;
 }
 
-void writeReal(const std::string& directory, std::size_t count) {
+void writeReal(const std::string& directory, std::size_t count, Level /*level*/) {
   std::vector<print::Piece> pieces;
   for (const RealKernel& k : realKernels()) {
     pieces.push_back(print::realPiece(k.kernel, k.transform, k.length, k.plan));
@@ -152,13 +155,15 @@ int run(const std::vector<std::string>& arguments) {
     printErrors();
     return 0;
   }
-  const std::map<std::string, void (*)(const std::string&, std::size_t)> families{
+  const std::map<std::string, void (*)(const std::string&, std::size_t, Level)> families{
       {"complex32", writeComplex32}, {"complex64", writeComplex64}, {"real", writeReal}};
-  if (arguments.size() == 3 && families.contains(arguments[0])) {
-    families.at(arguments[0])(arguments[1], std::stoul(arguments[2]));
+  const bool hasLevel = arguments.size() == 4 && kLevels.contains(arguments[3]);
+  if ((arguments.size() == 3 || hasLevel) && families.contains(arguments[0])) {
+    const Level level = hasLevel ? kLevels.at(arguments[3]) : Level::baseline;
+    families.at(arguments[0])(arguments[1], std::stoul(arguments[2]), level);
     return 0;
   }
-  std::cerr << "usage: tfmgen-generator FAMILY DIRECTORY COUNT | --counts | --errors\n";
+  std::cerr << "usage: tfmgen-generator FAMILY DIRECTORY COUNT [LEVEL] | --counts | --errors\n";
   return 2;
 }
 
