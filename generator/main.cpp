@@ -21,6 +21,7 @@
 #include "print/real.hpp"
 
 #include <exception>
+#include <functional>
 #include <iostream>
 #include <map>
 #include <stdexcept>
@@ -45,6 +46,19 @@ print::ComplexKernel complex32Kernel(int length, transform::RootSign sign) {
   return {lower::complex32(*plan, sign), sign, length, 32, text, print::Bodies::inTwoFunctions};
 }
 
+// The same on the registers of a level: the arithmetic of each lane is that of the baseline's kernel.
+print::ComplexKernel wideComplex32Kernel(int length, transform::RootSign sign, Level level) {
+  constexpr int kFirstLength = 6;
+  print::ComplexKernel kernel = complex32Kernel(length, sign);
+  if (level == Level::baseline || length < kFirstLength) {
+    return kernel;
+  }
+  const wide::Graph graph = wide::interleaved(std::get<lower::Kernel>(kernel.kernel));
+  kernel.kernel = print::WideKernel{wide::program(graph), level == Level::v4 ? 32 : 16};
+  kernel.bodies = print::Bodies::one;
+  return kernel;
+}
+
 // Short kernels hold both bodies in one function: a second function would be longer than what it saves.
 print::ComplexKernel complex64Kernel(int length, transform::RootSign sign) {
   const plan::PlanPtr plan = plan::complex64(length);
@@ -56,9 +70,9 @@ print::ComplexKernel complex64Kernel(int length, transform::RootSign sign) {
           length <= 4 ? print::Bodies::inOneFunction : print::Bodies::inTwoFunctions};
 }
 
-using MakeComplex = print::ComplexKernel(int length, transform::RootSign sign);
+using MakeComplex = std::function<print::ComplexKernel(int length, transform::RootSign sign)>;
 
-std::vector<print::ComplexKernel> complexKernels(MakeComplex& make) {
+std::vector<print::ComplexKernel> complexKernels(const MakeComplex& make) {
   std::vector<print::ComplexKernel> kernels;
   for (const auto sign : {transform::RootSign::forward, transform::RootSign::inverse}) {
     for (int n = kFirstLength; n <= kLastLength; ++n) {
@@ -68,7 +82,7 @@ std::vector<print::ComplexKernel> complexKernels(MakeComplex& make) {
   return kernels;
 }
 
-void writeComplex(const std::string& name, MakeComplex& make, const std::string& directory, std::size_t count) {
+void writeComplex(const std::string& name, const MakeComplex& make, const std::string& directory, int count) {
   std::vector<print::Piece> pieces;
   for (const print::ComplexKernel& k : complexKernels(make)) {
     pieces.push_back(print::complexPiece(k));
@@ -76,8 +90,9 @@ void writeComplex(const std::string& name, MakeComplex& make, const std::string&
   print::writeFiles(directory, name, count, print::complexPreamble(), pieces);
 }
 
-void writeComplex32(const std::string& directory, std::size_t count, Level /*level*/) {
-  writeComplex("complex32", complex32Kernel, directory, count);
+void writeComplex32(const std::string& directory, std::size_t count, Level level) {
+  const auto make = [level](int length, transform::RootSign sign) { return wideComplex32Kernel(length, sign, level); };
+  writeComplex("complex32", make, directory, count);
 }
 
 void writeComplex64(const std::string& directory, std::size_t count, Level /*level*/) {
@@ -119,8 +134,8 @@ void printCounts(const std::string& name, const graph::Counts& c) {
 }
 
 void printCounts() {
-  for (MakeComplex* const make : {complex32Kernel, complex64Kernel}) {
-    for (const print::ComplexKernel& k : complexKernels(*make)) {
+  for (const MakeComplex& make : {MakeComplex(complex32Kernel), MakeComplex(complex64Kernel)}) {
+    for (const print::ComplexKernel& k : complexKernels(make)) {
       printCounts(print::kernelName(k), print::counts(k));
     }
   }

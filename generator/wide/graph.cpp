@@ -1,0 +1,172 @@
+#include "graph.hpp"
+
+#include "partners.hpp"
+
+#include <map>
+#include <stdexcept>
+
+namespace tfmgen::wide {
+
+namespace {
+
+using graph::Op;
+
+// The lanes of an element: what its real and its imaginary part come from.
+struct LanePair {
+  Lane re;
+  Lane im;
+};
+
+class Interleaving {
+public:
+  explicit Interleaving(const lower::Kernel& kernel)
+      : lanes_(kernel), partners_(lanes_), isFirst_(kernel.graph.nodes().size()), wideOf_(isFirst_.size()) {}
+
+  // A pair of values is built where the later one stands: the operands of both precede it.
+  Graph run() {
+    for (const int node : lanes_.nodes()) {
+      if (node >= partner(node) && op(node) != Op::scale) {
+        build(firstOf(partner(node), node));
+      }
+    }
+    addStores();
+    return std::move(graph_);
+  }
+
+private:
+  [[nodiscard]] Op op(int node) const { return lanes_.kernel().graph.nodes()[static_cast<std::size_t>(node)].op; }
+
+  [[nodiscard]] int partner(int node) const {
+    const auto found = partners_.node(node);
+    if (!found) {
+      throw std::runtime_error("a value without the other part of its complex number");
+    }
+    return *found;
+  }
+
+  [[nodiscard]] bool isFirst(int node) const { return isFirst_[static_cast<std::size_t>(node)]; }
+
+  // The one of two partners that takes the even lanes: the one for which the operands stand as they are, and where that
+  // holds for one operand only, for the left one.
+  [[nodiscard]] int firstOf(int a, int b) const {
+    const auto isSwapped = [&](const LanePair& operand) { return element(operand).isSwapped; };
+    for (int position = 0; position < Lanes::kCount && a != b; ++position) {
+      if (const auto pair = lanesOf(a, position)) {
+        const auto [left, right] = operands(*pair);
+        return isSwapped(left.re.kind == Lane::Kind::zero ? right : left) ? b : a;
+      }
+    }
+    return a;
+  }
+
+  // The two lanes of an element of the register that begins with `node`; none where nothing needs them.
+  [[nodiscard]] std::optional<LanePair> lanesOf(int node, int position) const {
+    const int other = partner(node);
+    const bool isInterleaved = node == other;
+    const int lane = isInterleaved ? 2 * position : position;
+    if (lane >= Lanes::kCount || !lanes_.isLive(node, lane)) {
+      return {};
+    }
+    return LanePair{{Lane::Kind::value, node, lane}, {Lane::Kind::value, other, isInterleaved ? lane + 1 : lane}};
+  }
+
+  // Both operands of an element, each with its own parts together.
+  [[nodiscard]] std::pair<LanePair, LanePair> operands(const LanePair& element) const {
+    const auto [a, b] = lanes_.operands(element.re.index, element.re.lane);
+    const auto [c, d] = lanes_.operands(element.im.index, element.im.lane);
+    const auto areParts = [&](const Lane& x, const Lane& y) {
+      const auto other = partners_.lane(x);
+      return other && other->isSameUpToSign(y);
+    };
+    if (areParts(a, c) && areParts(b, d)) {
+      return {{a, c}, {b, d}};
+    }
+    if (areParts(a, d) && areParts(b, c)) {
+      return {{a, d}, {b, c}};
+    }
+    throw std::runtime_error("operands without the other part of their complex number");
+  }
+
+  // Where the parts stand, as one element of a register or of memory.
+  [[nodiscard]] Element element(const LanePair& pair) const {
+    Element out{.isNegative = {pair.re.isNegative, pair.im.isNegative}};
+    switch (pair.re.kind) {
+    case Lane::Kind::zero: out.kind = Element::Kind::zero; break;
+    case Lane::Kind::memory:
+      out.kind = Element::Kind::memory;
+      out.index = pair.re.index / 2;
+      out.isSwapped = pair.re.index % 2 != 0;
+      break;
+    case Lane::Kind::value: {
+      const bool isInterleaved = pair.re.index == pair.im.index;
+      out.kind = Element::Kind::value;
+      out.isSwapped = isInterleaved ? pair.re.lane % 2 != 0 : !isFirst(pair.re.index);
+      const int first = out.isSwapped ? pair.im.index : pair.re.index;
+      out.index = wideOf_[static_cast<std::size_t>(first)];
+      out.position = isInterleaved ? pair.re.lane / 2 : pair.re.lane;
+      break;
+    }
+    }
+    return out;
+  }
+
+  void build(int first) {
+    isFirst_[static_cast<std::size_t>(first)] = true;
+    wideOf_[static_cast<std::size_t>(first)] = static_cast<int>(graph_.nodes.size());
+    Node node{op(first) == Op::multiply ? Node::Op::product : Node::Op::sum, {}, {}, {}};
+    for (int position = 0; position < Lanes::kCount; ++position) {
+      const auto pair = lanesOf(first, position);
+      const auto [left, right] = pair ? operands(*pair) : std::pair<LanePair, LanePair>{};
+      node.left.push_back(pair ? element(left) : Element{});
+      if (node.op == Node::Op::product) {
+        node.factors.push_back(pair ? Parts{factor(pair->re), factor(pair->im)} : Parts{});
+      } else {
+        node.right.push_back(pair ? element(right) : Element{});
+      }
+    }
+    graph_.nodes.push_back(std::move(node));
+  }
+
+  [[nodiscard]] Quad factor(const Lane& lane) const {
+    const graph::Graph& g = lanes_.kernel().graph;
+    return g.constant(g.nodes()[static_cast<std::size_t>(lane.index)])[static_cast<std::size_t>(lane.lane)];
+  }
+
+  // Scales whole registers where the kernel scales what it has put together for its stores.
+  void addStores() {
+    std::map<std::pair<int, bool>, std::pair<Node, Store>> byRegister;
+    for (const lower::Store& store : lanes_.kernel().stores) {
+      const int count = store.to.width == lower::Access::Width::low ? 1 : 2;
+      for (int i = 0; i < count; ++i) {
+        const auto pair = lanesOf(store.value.node(), i);
+        const Element scaled = element(operands(*pair).first);
+        auto& [node, to] = byRegister[{scaled.index, scaled.isSwapped}];
+        const auto position = static_cast<std::size_t>(scaled.position);
+        node.op = Node::Op::scale;
+        node.left.resize(Lanes::kCount);
+        node.left[position] = scaled;
+        to.elements.resize(Lanes::kCount);
+        to.elements[position] = i == 0 ? store.to.first : store.to.second;
+      }
+    }
+    for (auto& [place, output] : byRegister) {
+      output.second.node = static_cast<int>(graph_.nodes.size());
+      graph_.nodes.push_back(output.first);
+      graph_.stores.push_back(output.second);
+    }
+  }
+
+  Lanes lanes_;
+  Partners partners_;
+  std::vector<bool> isFirst_; // of a pair: takes the even lanes
+  std::vector<int> wideOf_;
+  Graph graph_;
+};
+
+} // namespace
+
+Graph interleaved(const lower::Kernel& kernel) {
+  return Interleaving(kernel).run();
+}
+
+} // namespace tfmgen::wide
