@@ -1,7 +1,9 @@
 #include "graph.hpp"
 
+#include "orientation.hpp"
 #include "partners.hpp"
 
+#include <algorithm>
 #include <map>
 #include <stdexcept>
 
@@ -24,9 +26,10 @@ public:
 
   // A pair of values is built where the later one stands: the operands of both precede it.
   Graph run() {
+    chooseFirsts();
     for (const int node : lanes_.nodes()) {
       if (node >= partner(node) && op(node) != Op::scale) {
-        build(firstOf(partner(node), node));
+        build(isFirst(node) ? node : partner(node));
       }
     }
     addStores();
@@ -46,17 +49,45 @@ private:
 
   [[nodiscard]] bool isFirst(int node) const { return isFirst_[static_cast<std::size_t>(node)]; }
 
-  // The one of two partners that takes the even lanes: the one for which the operands stand as they are, and where that
-  // holds for one operand only, for the left one.
-  [[nodiscard]] int firstOf(int a, int b) const {
-    const auto isSwapped = [&](const LanePair& operand) { return element(operand).isSwapped; };
-    for (int position = 0; position < Lanes::kCount && a != b; ++position) {
-      if (const auto pair = lanesOf(a, position)) {
-        const auto [left, right] = operands(*pair);
-        return isSwapped(left.re.kind == Lane::Kind::zero ? right : left) ? b : a;
+  // A pair has the number of its smaller node.
+  void chooseFirsts() {
+    std::vector<bool> isFixed(isFirst_.size(), false);
+    std::vector<Use> uses;
+    const auto addTo = [&](Use& use, const LanePair& pair) {
+      const bool isTurned = pair.re.kind == Lane::Kind::memory ? pair.re.index % 2 != 0
+                            : pair.re.index == pair.im.index   ? pair.re.lane % 2 != 0
+                                                               : pair.re.index > pair.im.index;
+      if (pair.re.kind != Lane::Kind::zero) {
+        const bool isValue = pair.re.kind == Lane::Kind::value;
+        use.turns.push_back({isValue ? std::min(pair.re.index, pair.im.index) : -1, isTurned});
+        use.places.push_back(isValue ? std::min(pair.re.index, pair.im.index) : -1 - pair.re.index / 2);
+        use.places.push_back(pair.re.lane);
       }
+    };
+    for (const int node : lanes_.nodes()) {
+      if (node > partner(node)) {
+        continue;
+      }
+      const bool isStored = op(node) == Op::scale;
+      isFixed[static_cast<std::size_t>(node)] = node == partner(node);
+      Use left{isStored ? -1 : node, {}, {}};
+      Use right = left;
+      for (int position = 0; position < Lanes::kCount; ++position) {
+        if (const auto pair = lanesOf(node, position)) {
+          const auto [first, second] = operands(*pair);
+          addTo(left, first);
+          addTo(right, second);
+        }
+      }
+      uses.push_back(left);
+      uses.push_back(right);
     }
-    return a;
+    const std::vector<bool> isTurned = cheapestTurns(static_cast<int>(isFirst_.size()), isFixed, uses);
+    for (const int node : lanes_.nodes()) {
+      const int other = partner(node);
+      isFirst_[static_cast<std::size_t>(node)] =
+          node == other || isTurned[static_cast<std::size_t>(std::min(node, other))] == (node > other);
+    }
   }
 
   // The two lanes of an element of the register that begins with `node`; none where nothing needs them.
@@ -111,7 +142,6 @@ private:
   }
 
   void build(int first) {
-    isFirst_[static_cast<std::size_t>(first)] = true;
     wideOf_[static_cast<std::size_t>(first)] = static_cast<int>(graph_.nodes.size());
     Node node{op(first) == Op::multiply ? Node::Op::product : Node::Op::sum, {}, {}, {}};
     for (int position = 0; position < Lanes::kCount; ++position) {
@@ -163,10 +193,67 @@ private:
   Graph graph_;
 };
 
+// The lanes of a product and the signs that their users give them.
+class ProductSigns {
+public:
+  explicit ProductSigns(Graph& graph) : graph_(graph), seen_(graph.nodes.size()) {}
+
+  // A lane that all users take with a minus has it in its factor, where it costs nothing. The product is exact but for
+  // the rounding of its magnitude, so no bit changes.
+  void moveToFactors() {
+    forEachUse([this](const Element& e, std::size_t lane) {
+      (e.isNegative[lane] ? seen(e, lane).minus : seen(e, lane).plus) = true;
+    });
+    forEachUse([this](Element& e, std::size_t lane) {
+      if (seen(e, lane).minus && !seen(e, lane).plus) {
+        e.isNegative[lane] = false;
+      }
+    });
+    for (std::size_t node = 0; node < graph_.nodes.size(); ++node) {
+      for (std::size_t lane = 0; lane < 2 * graph_.nodes[node].factors.size() && !seen_[node].empty(); ++lane) {
+        Quad& factor = graph_.nodes[node].factors[lane / 2][lane % 2];
+        factor = seen_[node][lane].minus && !seen_[node][lane].plus ? -factor : factor;
+      }
+    }
+  }
+
+private:
+  struct Seen {
+    bool plus = false;
+    bool minus = false;
+  };
+
+  Seen& seen(const Element& e, std::size_t lane) {
+    std::vector<Seen>& lanes = seen_[static_cast<std::size_t>(e.index)];
+    lanes.resize(2 * graph_.nodes[static_cast<std::size_t>(e.index)].factors.size());
+    return lanes[2 * static_cast<std::size_t>(e.position) + (e.isSwapped ? 1 - lane : lane)];
+  }
+
+  template <class Action>
+  void forEachUse(const Action& action) {
+    for (Node& user : graph_.nodes) {
+      for (Elements* const operand : {&user.left, &user.right}) {
+        for (Element& e : *operand) {
+          const bool isProduct =
+              e.kind == Element::Kind::value && graph_.nodes[static_cast<std::size_t>(e.index)].op == Node::Op::product;
+          for (std::size_t lane = 0; isProduct && lane < 2; ++lane) {
+            action(e, lane);
+          }
+        }
+      }
+    }
+  }
+
+  Graph& graph_;
+  std::vector<std::vector<Seen>> seen_; // by node and lane
+};
+
 } // namespace
 
 Graph interleaved(const lower::Kernel& kernel) {
-  return Interleaving(kernel).run();
+  Graph graph = Interleaving(kernel).run();
+  ProductSigns(graph).moveToFactors();
+  return graph;
 }
 
 } // namespace tfmgen::wide
