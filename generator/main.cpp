@@ -82,7 +82,7 @@ std::vector<print::ComplexKernel> complexKernels(const MakeComplex& make) {
   return kernels;
 }
 
-void writeComplex(const std::string& name, const MakeComplex& make, const std::string& directory, int count) {
+void writeComplex(const std::string& name, const MakeComplex& make, const std::string& directory, std::size_t count) {
   std::vector<print::Piece> pieces;
   for (const print::ComplexKernel& k : complexKernels(make)) {
     pieces.push_back(print::complexPiece(k));

@@ -11,15 +11,12 @@ namespace tfmgen::print {
 
 namespace {
 
+using number::at;
 using wide::Instruction;
 using wide::Parts;
 using Op = Instruction::Op;
 
 constexpr int kHalf = 2; // elements of the shortest vector
-
-std::size_t at(int i) {
-  return static_cast<std::size_t>(i);
-}
 
 std::string list(const std::vector<std::string>& items) {
   std::string text;
@@ -54,7 +51,7 @@ public:
 
   std::string write(const std::vector<int>& order) {
     for (const int index : order) {
-      const Instruction& i = program_[at(index)];
+      const Instruction& i = at(program_, index);
       if (i.op == Op::store) {
         store("t" + std::to_string(i.operands[0]), i.elements);
       } else {
@@ -67,7 +64,7 @@ public:
 private:
   void line(const std::string& statement) { body_ += "    " + statement + ";\n"; }
 
-  static std::string name(const Instruction& i, int operand) { return "t" + std::to_string(i.operands[at(operand)]); }
+  static std::string name(const Instruction& i, int operand) { return "t" + std::to_string(at(i.operands, operand)); }
 
   std::string expression(const Instruction& i) {
     switch (i.op) {
@@ -193,7 +190,7 @@ std::vector<int> bestOrder(const wide::Program& program, int registers) {
   for (std::size_t i = program.size(); i-- > 0;) {
     isNeeded[i] = isNeeded[i] || program[i].op == Op::store;
     for (const int operand : program[i].operands) {
-      isNeeded[at(operand)] = isNeeded[at(operand)] || isNeeded[i];
+      at(isNeeded, operand) = at(isNeeded, operand) || isNeeded[i];
     }
   }
   std::vector<schedule::Task> tasks;
@@ -205,8 +202,8 @@ std::vector<int> bestOrder(const wide::Program& program, int registers) {
     }
     schedule::Task task{{}, program[i].op != Op::store, program[i].op == Op::store || program[i].op == Op::scale};
     for (const int operand : program[i].operands) {
-      if (std::ranges::find(task.operands, taskOf[at(operand)]) == task.operands.end()) {
-        task.operands.push_back(taskOf[at(operand)]);
+      if (std::ranges::find(task.operands, at(taskOf, operand)) == task.operands.end()) {
+        task.operands.push_back(at(taskOf, operand));
       }
     }
     taskOf[i] = static_cast<int>(tasks.size());
@@ -215,7 +212,7 @@ std::vector<int> bestOrder(const wide::Program& program, int registers) {
   }
   std::vector<int> order;
   for (const int task : schedule::bestOrder(tasks, registers - 1)) { // one holds the scale or a constant
-    order.push_back(instructions[at(task)]);
+    order.push_back(at(instructions, task));
   }
   return order;
 }

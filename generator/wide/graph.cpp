@@ -12,6 +12,7 @@ namespace tfmgen::wide {
 namespace {
 
 using graph::Op;
+using number::at;
 
 // The lanes of an element: what its real and its imaginary part come from.
 struct LanePair {
@@ -22,7 +23,8 @@ struct LanePair {
 class Interleaving {
 public:
   explicit Interleaving(const lower::Kernel& kernel)
-      : lanes_(kernel), partners_(lanes_), isFirst_(kernel.graph.nodes().size()), wideOf_(isFirst_.size()) {}
+      : lanes_(kernel), partners_(lanes_), isFirst_(static_cast<std::size_t>(lanes_.size())), wideOf_(isFirst_.size()) {
+  }
 
   // A pair of values is built where the later one stands: the operands of both precede it.
   Graph run() {
@@ -37,7 +39,7 @@ public:
   }
 
 private:
-  [[nodiscard]] Op op(int node) const { return lanes_.kernel().graph.nodes()[static_cast<std::size_t>(node)].op; }
+  [[nodiscard]] Op op(int node) const { return lanes_.node(node).op; }
 
   [[nodiscard]] int partner(int node) const {
     const auto found = partners_.node(node);
@@ -47,7 +49,7 @@ private:
     return *found;
   }
 
-  [[nodiscard]] bool isFirst(int node) const { return isFirst_[static_cast<std::size_t>(node)]; }
+  [[nodiscard]] bool isFirst(int node) const { return at(isFirst_, node); }
 
   // A pair has the number of its smaller node.
   void chooseFirsts() {
@@ -69,7 +71,7 @@ private:
         continue;
       }
       const bool isStored = op(node) == Op::scale;
-      isFixed[static_cast<std::size_t>(node)] = node == partner(node);
+      at(isFixed, node) = node == partner(node);
       Use left{isStored ? -1 : node, {}, {}};
       Use right = left;
       for (int position = 0; position < Lanes::kCount; ++position) {
@@ -85,8 +87,7 @@ private:
     const std::vector<bool> isTurned = cheapestTurns(static_cast<int>(isFirst_.size()), isFixed, uses);
     for (const int node : lanes_.nodes()) {
       const int other = partner(node);
-      isFirst_[static_cast<std::size_t>(node)] =
-          node == other || isTurned[static_cast<std::size_t>(std::min(node, other))] == (node > other);
+      at(isFirst_, node) = node == other || at(isTurned, std::min(node, other)) == (node > other);
     }
   }
 
@@ -133,7 +134,7 @@ private:
       out.kind = Element::Kind::value;
       out.isSwapped = isInterleaved ? pair.re.lane % 2 != 0 : !isFirst(pair.re.index);
       const int first = out.isSwapped ? pair.im.index : pair.re.index;
-      out.index = wideOf_[static_cast<std::size_t>(first)];
+      out.index = at(wideOf_, first);
       out.position = isInterleaved ? pair.re.lane / 2 : pair.re.lane;
       break;
     }
@@ -142,7 +143,7 @@ private:
   }
 
   void build(int first) {
-    wideOf_[static_cast<std::size_t>(first)] = static_cast<int>(graph_.nodes.size());
+    at(wideOf_, first) = static_cast<int>(graph_.nodes.size());
     Node node{op(first) == Op::multiply ? Node::Op::product : Node::Op::sum, {}, {}, {}};
     for (int position = 0; position < Lanes::kCount; ++position) {
       const auto pair = lanesOf(first, position);
@@ -158,8 +159,7 @@ private:
   }
 
   [[nodiscard]] Quad factor(const Lane& lane) const {
-    const graph::Graph& g = lanes_.kernel().graph;
-    return g.constant(g.nodes()[static_cast<std::size_t>(lane.index)])[static_cast<std::size_t>(lane.lane)];
+    return at(lanes_.kernel().graph.constant(lanes_.node(lane.index)), lane.lane);
   }
 
   // Scales whole registers where the kernel scales what it has put together for its stores.
@@ -168,7 +168,7 @@ private:
     for (const lower::Store& store : lanes_.kernel().stores) {
       const int count = store.to.width == lower::Access::Width::low ? 1 : 2;
       for (int i = 0; i < count; ++i) {
-        const auto pair = lanesOf(store.value.node(), i);
+        const auto pair = lanesOf(store.value.node().position(), i);
         const Element scaled = element(operands(*pair).first);
         auto& [node, to] = byRegister[{scaled.index, scaled.isSwapped}];
         const auto position = static_cast<std::size_t>(scaled.position);
@@ -224,8 +224,8 @@ private:
   };
 
   Seen& seen(const Element& e, std::size_t lane) {
-    std::vector<Seen>& lanes = seen_[static_cast<std::size_t>(e.index)];
-    lanes.resize(2 * graph_.nodes[static_cast<std::size_t>(e.index)].factors.size());
+    std::vector<Seen>& lanes = at(seen_, e.index);
+    lanes.resize(2 * at(graph_.nodes, e.index).factors.size());
     return lanes[2 * static_cast<std::size_t>(e.position) + (e.isSwapped ? 1 - lane : lane)];
   }
 
@@ -234,8 +234,7 @@ private:
     for (Node& user : graph_.nodes) {
       for (Elements* const operand : {&user.left, &user.right}) {
         for (Element& e : *operand) {
-          const bool isProduct =
-              e.kind == Element::Kind::value && graph_.nodes[static_cast<std::size_t>(e.index)].op == Node::Op::product;
+          const bool isProduct = e.kind == Element::Kind::value && at(graph_.nodes, e.index).op == Node::Op::product;
           for (std::size_t lane = 0; isProduct && lane < 2; ++lane) {
             action(e, lane);
           }

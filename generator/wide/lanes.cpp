@@ -11,6 +11,7 @@ namespace {
 using graph::Node;
 using graph::Op;
 using graph::Ref;
+using number::at;
 
 // The operand of a shuffle that lane i of its result comes from, and its lane.
 struct Move {
@@ -36,15 +37,14 @@ Lane loaded(const lower::Access& from, int lane) {
 } // namespace
 
 Lanes::Lanes(const lower::Kernel& kernel)
-    : kernel_(kernel), isLive_(kernel.graph.nodes().size()), depths_(kernel.graph.nodes().size()) {
+    : kernel_(kernel), isLive_(static_cast<std::size_t>(size())), depths_(isLive_.size()) {
   for (const lower::Store& store : kernel.stores) {
     const int count = store.to.width == lower::Access::Width::low ? 2 : kCount;
     for (int lane = 0; lane < count; ++lane) {
       markLive(origin(store.value, lane));
     }
   }
-  const int size = static_cast<int>(isLive_.size());
-  for (int node = size - 1; node >= 0; --node) {
+  for (int node = size() - 1; node >= 0; --node) {
     for (int lane = 0; lane < kCount; ++lane) {
       if (isLive(node, lane)) {
         const auto& [left, right] = operands(node, lane);
@@ -53,7 +53,7 @@ Lanes::Lanes(const lower::Kernel& kernel)
       }
     }
   }
-  for (int node = 0; node < size; ++node) {
+  for (int node = 0; node < size(); ++node) {
     for (int lane = 0; lane < kCount; ++lane) {
       if (!isLive(node, lane)) {
         continue;
@@ -64,7 +64,7 @@ Lanes::Lanes(const lower::Kernel& kernel)
       const auto& [left, right] = operands(node, lane);
       for (const Lane& operand : {left, right}) {
         if (operand.kind == Lane::Kind::value) {
-          int& depth = depths_[static_cast<std::size_t>(node)];
+          int& depth = at(depths_, node);
           depth = std::max(depth, this->depth(operand.index) + 1);
         }
       }
@@ -76,24 +76,24 @@ Lane Lanes::origin(Ref value, int lane) const {
   if (value.isZero()) {
     return {};
   }
+  if (value.isNegative()) {
+    Lane negated = origin(-value, lane);
+    negated.isNegative = !negated.isNegative;
+    return negated;
+  }
   const Node& node = kernel_.graph.node(value);
   switch (node.op) {
-  case Op::load: return loaded(kernel_.loads[static_cast<std::size_t>(node.tag)], lane);
+  case Op::load: return loaded(at(kernel_.loads, node.tag), lane);
   case Op::shuffle: {
     const Move move = moveOf(node.tag, lane);
     return origin(move.isFromRight ? node.right : node.left, move.lane);
   }
-  case Op::negate: {
-    Lane negated = origin(node.left, lane);
-    negated.isNegative = !negated.isNegative;
-    return negated;
-  }
-  default: return {Lane::Kind::value, value.node(), lane};
+  default: return {Lane::Kind::value, value.node().position(), lane};
   }
 }
 
-Operands Lanes::operands(int node, int lane) const {
-  const Node& n = kernel_.graph.nodes()[static_cast<std::size_t>(node)];
+Operands Lanes::operands(int i, int lane) const {
+  const Node& n = node(i);
   Operands out{origin(n.left, lane), origin(n.right, lane)};
   if (n.op == Op::subtract) {
     out.right.isNegative = !out.right.isNegative;
@@ -103,7 +103,7 @@ Operands Lanes::operands(int node, int lane) const {
 
 void Lanes::markLive(const Lane& lane) {
   if (lane.kind == Lane::Kind::value) {
-    isLive_[static_cast<std::size_t>(lane.index)][static_cast<std::size_t>(lane.lane)] = true;
+    at(at(isLive_, lane.index), lane.lane) = true;
   }
 }
 

@@ -31,21 +31,21 @@ class Lanes {
 public:
   static constexpr int kCount = 4;
 
-  // `kernel` has settled signs and outlives this.
+  // `kernel` outlives this.
   explicit Lanes(const lower::Kernel& kernel);
 
   [[nodiscard]] const lower::Kernel& kernel() const { return kernel_; }
+  [[nodiscard]] const graph::Node& node(int i) const { return kernel_.graph.node(graph::NodeId(i)); }
+  [[nodiscard]] int size() const { return kernel_.graph.end().position(); }
   // The lane of a register as far back as the arithmetic or the load that made it.
   [[nodiscard]] Lane origin(graph::Ref value, int lane) const;
   [[nodiscard]] Operands operands(int node, int lane) const;
   // The lanes that an output depends on.
-  [[nodiscard]] bool isLive(int node, int lane) const {
-    return isLive_[static_cast<std::size_t>(node)][static_cast<std::size_t>(lane)];
-  }
+  [[nodiscard]] bool isLive(int node, int lane) const { return number::at(number::at(isLive_, node), lane); }
   // Nodes with a live lane; operands precede their users.
   [[nodiscard]] const std::vector<int>& nodes() const { return nodes_; }
   // The number of operations on the longest way from a load to a node.
-  [[nodiscard]] int depth(int node) const { return depths_[static_cast<std::size_t>(node)]; }
+  [[nodiscard]] int depth(int node) const { return number::at(depths_, node); }
 
 private:
   void markLive(const Lane& lane);

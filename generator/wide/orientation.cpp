@@ -1,5 +1,7 @@
 #include "orientation.hpp"
 
+#include "number/index.hpp"
+
 #include <algorithm>
 #include <map>
 #include <set>
@@ -8,29 +10,27 @@ namespace tfmgen::wide {
 
 namespace {
 
-std::size_t at(int i) {
-  return static_cast<std::size_t>(i);
-}
+using number::at;
 
 class Search {
 public:
   Search(int pairs, const std::vector<bool>& isFixed, const std::vector<Use>& uses)
-      : isFixed_(isFixed), uses_(uses), isTurned_(at(pairs), false), operandOf_(uses.size()), operandsOf_(at(pairs)),
-        usersOf_(at(pairs)), takenBy_(at(pairs)) {
+      : isFixed_(isFixed), uses_(uses), isTurned_(static_cast<std::size_t>(pairs), false), operandOf_(uses.size()),
+        operandsOf_(isTurned_.size()), usersOf_(isTurned_.size()), takenBy_(isTurned_.size()) {
     std::map<std::vector<int>, int> known;
     for (std::size_t i = 0; i < uses.size(); ++i) {
       operandOf_[i] = known.try_emplace(uses[i].places, static_cast<int>(known.size())).first->second;
       usesOf_.resize(known.size());
-      usesOf_[at(operandOf_[i])].push_back(static_cast<int>(i));
+      at(usesOf_, operandOf_[i]).push_back(static_cast<int>(i));
       if (uses[i].user >= 0) {
-        takenBy_[at(uses[i].user)].insert(operandOf_[i]);
+        at(takenBy_, uses[i].user).insert(operandOf_[i]);
       }
       for (const Turn& turn : uses[i].turns) {
         if (turn.pair >= 0) {
-          takenBy_[at(turn.pair)].insert(operandOf_[i]);
+          at(takenBy_, turn.pair).insert(operandOf_[i]);
           if (uses[i].user >= 0) {
-            operandsOf_[at(uses[i].user)].insert(turn.pair);
-            usersOf_[at(turn.pair)].insert(uses[i].user);
+            at(operandsOf_, uses[i].user).insert(turn.pair);
+            at(usersOf_, turn.pair).insert(uses[i].user);
           }
         }
       }
@@ -62,7 +62,7 @@ private:
     for (int step = 0; step < reach; ++step) {
       std::set<int> next;
       for (const int i : edge) {
-        for (const int j : neighbours[at(i)]) {
+        for (const int j : at(neighbours, i)) {
           if (all.insert(j).second) {
             next.insert(j);
           }
@@ -76,7 +76,7 @@ private:
   bool improve(const std::set<int>& pairs) {
     std::set<int> operands;
     for (const int pair : pairs) {
-      operands.insert(takenBy_[at(pair)].begin(), takenBy_[at(pair)].end());
+      operands.insert(at(takenBy_, pair).begin(), at(takenBy_, pair).end());
     }
     const int before = cost(operands);
     turn(pairs);
@@ -89,7 +89,7 @@ private:
 
   void turn(const std::set<int>& pairs) {
     for (const int pair : pairs) {
-      isTurned_[at(pair)] = isTurned_[at(pair)] != !isFixed_[at(pair)];
+      at(isTurned_, pair) = at(isTurned_, pair) != !at(isFixed_, pair);
     }
   }
 
@@ -97,8 +97,8 @@ private:
     int total = 0;
     for (const int operand : operands) {
       std::set<std::vector<bool>> forms;
-      for (const int use : usesOf_[at(operand)]) {
-        forms.insert(form(uses_[at(use)]));
+      for (const int use : at(usesOf_, operand)) {
+        forms.insert(form(at(uses_, use)));
       }
       for (const std::vector<bool>& form : forms) {
         const auto turned = std::ranges::count(form, true);
@@ -110,9 +110,9 @@ private:
 
   [[nodiscard]] std::vector<bool> form(const Use& use) const {
     std::vector<bool> out;
-    const bool isUserTurned = use.user >= 0 && isTurned_[at(use.user)];
+    const bool isUserTurned = use.user >= 0 && at(isTurned_, use.user);
     for (const Turn& turn : use.turns) {
-      out.push_back((turn.isTurned != isUserTurned) != (turn.pair >= 0 && isTurned_[at(turn.pair)]));
+      out.push_back((turn.isTurned != isUserTurned) != (turn.pair >= 0 && at(isTurned_, turn.pair)));
     }
     return out;
   }

@@ -10,34 +10,32 @@ namespace {
 
 using graph::Node;
 using graph::Op;
+using number::at;
 
 // Values of all lanes of all nodes for one input. The scale is 1.
 class Evaluation {
 public:
   Evaluation(const Lanes& lanes, std::vector<double> input)
-      : input_(std::move(input)), values_(lanes.kernel().graph.nodes().size()) {
+      : input_(std::move(input)), values_(static_cast<std::size_t>(lanes.size())) {
     const graph::Graph& g = lanes.kernel().graph;
     for (const int node : lanes.nodes()) {
-      const Node& n = g.nodes()[static_cast<std::size_t>(node)];
+      const Node& n = lanes.node(node);
       for (int lane = 0; lane < Lanes::kCount; ++lane) {
-        const auto at = static_cast<std::size_t>(lane);
         if (lanes.isLive(node, lane)) {
           const auto& [left, right] = lanes.operands(node, lane);
-          const double factor = n.op == Op::multiply ? static_cast<double>(g.constant(n)[at]) : 1;
-          values_[static_cast<std::size_t>(node)][at] = factor * value(left) + value(right);
+          const double factor = n.op == Op::multiply ? static_cast<double>(at(g.constant(n), lane)) : 1;
+          at(at(values_, node), lane) = factor * value(left) + value(right);
         }
       }
     }
   }
 
-  [[nodiscard]] double value(int node, int lane) const {
-    return values_[static_cast<std::size_t>(node)][static_cast<std::size_t>(lane)];
-  }
+  [[nodiscard]] double value(int node, int lane) const { return at(at(values_, node), lane); }
 
 private:
   [[nodiscard]] double value(const Lane& lane) const {
     const double magnitude = lane.kind == Lane::Kind::zero     ? 0
-                             : lane.kind == Lane::Kind::memory ? input_[static_cast<std::size_t>(lane.index)]
+                             : lane.kind == Lane::Kind::memory ? at(input_, lane.index)
                                                                : value(lane.index, lane.lane);
     return lane.isNegative ? -magnitude : magnitude;
   }
@@ -76,13 +74,13 @@ bool isSameMagnitude(double a, double b) {
 
 // Sums and differences are of one kind.
 Op kindOf(const Lanes& lanes, int node) {
-  const Op op = lanes.kernel().graph.nodes()[static_cast<std::size_t>(node)].op;
+  const Op op = lanes.node(node).op;
   return op == Op::subtract ? Op::add : op;
 }
 
 } // namespace
 
-Partners::Partners(const Lanes& lanes) : partners_(lanes.kernel().graph.nodes().size()) {
+Partners::Partners(const Lanes& lanes) : partners_(static_cast<std::size_t>(lanes.size())) {
   const std::vector<double> input = someInput(sourceReals(lanes.kernel()));
   const Evaluation plain(lanes, input);
   const Evaluation turned(lanes, timesI(input));
@@ -111,7 +109,7 @@ Partners::Partners(const Lanes& lanes) : partners_(lanes.kernel().graph.nodes().
     return true;
   };
   for (const int node : lanes.nodes()) {
-    std::optional<int>& partner = partners_[static_cast<std::size_t>(node)];
+    std::optional<int>& partner = at(partners_, node);
     if (partner) {
       continue;
     }
@@ -119,12 +117,11 @@ Partners::Partners(const Lanes& lanes) : partners_(lanes.kernel().graph.nodes().
       partner = node;
       continue;
     }
-    const auto found = std::ranges::find_if(lanes.nodes(), [&](int other) {
-      return other > node && !partners_[static_cast<std::size_t>(other)] && isPairOfNodes(node, other);
-    });
+    const auto found = std::ranges::find_if(
+        lanes.nodes(), [&](int other) { return other > node && !at(partners_, other) && isPairOfNodes(node, other); });
     if (found != lanes.nodes().end()) {
       partner = *found;
-      partners_[static_cast<std::size_t>(*found)] = node;
+      at(partners_, *found) = node;
     }
   }
 }

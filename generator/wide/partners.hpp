@@ -17,7 +17,7 @@ public:
 
   // The node whose lane l is the other part of lane l of `node`; the node itself where its lanes 2l and 2l+1 are the
   // parts of a number. None where there is neither.
-  [[nodiscard]] std::optional<int> node(int node) const { return partners_[static_cast<std::size_t>(node)]; }
+  [[nodiscard]] std::optional<int> node(int node) const { return number::at(partners_, node); }
   // Sign apart.
   [[nodiscard]] std::optional<Lane> lane(const Lane& lane) const;
 

@@ -10,10 +10,7 @@ namespace tfmgen::wide {
 namespace {
 
 using Op = Instruction::Op;
-
-std::size_t at(int i) {
-  return static_cast<std::size_t>(i);
-}
+using number::at;
 
 // An element of a register; of none where anything or zero is wanted.
 struct Place {
@@ -47,7 +44,7 @@ public:
       }
     }
     for (const Store& store : graph_.stores) {
-      Instruction to{Op::store, {values_[at(store.node)]}, {}, {}, static_cast<int>(store.elements.size())};
+      Instruction to{Op::store, {at(values_, store.node)}, {}, {}, static_cast<int>(store.elements.size())};
       std::ranges::transform(store.elements, std::back_inserter(to.elements),
                              [](const std::optional<int>& e) { return e.value_or(-1); });
       program_.push_back(to);
@@ -141,7 +138,7 @@ private:
     const int swapped = emit({Op::swap, {plain}, {}, {}, width});
     Instruction chosen{Op::shuffle, {plain, swapped}, {}, {}, width};
     for (int i = 0; i < width; ++i) {
-      chosen.elements.push_back(elements[at(i)].isSwapped ? width + i : i);
+      chosen.elements.push_back(at(elements, i).isSwapped ? width + i : i);
     }
     return emit(chosen);
   }
@@ -167,7 +164,7 @@ private:
       case Element::Kind::any: out.emplace_back(); break;
       case Element::Kind::zero: out.push_back(isLoad && isMemoryOnly ? inLoad : Place{Place::kZero}); break;
       case Element::Kind::memory: out.push_back(inLoad); break;
-      case Element::Kind::value: out.push_back({values_[at(e.index)], e.position}); break;
+      case Element::Kind::value: out.push_back({at(values_, e.index), e.position}); break;
       }
     }
     return out;
