@@ -20,6 +20,7 @@
 #include "print/complex.hpp"
 #include "print/real.hpp"
 
+#include <array>
 #include <exception>
 #include <functional>
 #include <iostream>
@@ -71,6 +72,8 @@ print::ComplexKernel complex64Kernel(int length, transform::RootSign sign) {
 }
 
 using MakeComplex = std::function<print::ComplexKernel(int length, transform::RootSign sign)>;
+
+const std::array<MakeComplex, 2> kBaselineKernels{complex32Kernel, complex64Kernel};
 
 std::vector<print::ComplexKernel> complexKernels(const MakeComplex& make) {
   std::vector<print::ComplexKernel> kernels;
@@ -134,7 +137,7 @@ void printCounts(const std::string& name, const graph::Counts& c) {
 }
 
 void printCounts() {
-  for (const MakeComplex& make : {MakeComplex(complex32Kernel), MakeComplex(complex64Kernel)}) {
+  for (const MakeComplex& make : kBaselineKernels) {
     for (const print::ComplexKernel& k : complexKernels(make)) {
       printCounts(print::kernelName(k), print::counts(k));
     }
@@ -148,8 +151,8 @@ void printCounts() {
 void printErrors() {
 #ifdef TFMGEN_WITH_ERRORS
   std::cout << error::tableTitles() << '\n';
-  for (MakeComplex* const make : {complex32Kernel, complex64Kernel}) {
-    for (const print::ComplexKernel& k : complexKernels(*make)) {
+  for (const MakeComplex& make : kBaselineKernels) {
+    for (const print::ComplexKernel& k : complexKernels(make)) {
       std::cout << error::tableLine(k) << std::flush;
     }
   }
