@@ -19,7 +19,9 @@
 #include "plan/real.hpp"
 #include "print/complex.hpp"
 #include "print/real.hpp"
+#include "wide/pairs.hpp"
 
+#include <algorithm>
 #include <array>
 #include <exception>
 #include <functional>
@@ -47,6 +49,10 @@ print::ComplexKernel complex32Kernel(int length, transform::RootSign sign) {
   return {lower::complex32(*plan, sign), sign, length, 32, text, print::Bodies::inTwoFunctions};
 }
 
+// Lengths whose kernels on 512 bits are 5 to 23 percent faster than on 256 bits, measured on a Zen 5 core. Elsewhere
+// the moves between halves cost more than the arithmetic gains.
+constexpr std::array kFasterInPairs{45, 48, 50, 54, 56, 60, 64};
+
 // The same on the registers of a level: the arithmetic of each lane is that of the baseline's kernel.
 print::ComplexKernel wideComplex32Kernel(int length, transform::RootSign sign, Level level) {
   constexpr int kFirstLength = 6;
@@ -54,8 +60,10 @@ print::ComplexKernel wideComplex32Kernel(int length, transform::RootSign sign, L
   if (level == Level::baseline || length < kFirstLength) {
     return kernel;
   }
+  const bool isInPairs = level == Level::v4 && std::ranges::find(kFasterInPairs, length) != kFasterInPairs.end();
   const wide::Graph graph = wide::interleaved(std::get<lower::Kernel>(kernel.kernel));
-  kernel.kernel = print::WideKernel{wide::program(graph), level == Level::v4 ? 32 : 16};
+  kernel.kernel =
+      print::WideKernel{wide::program(isInPairs ? wide::inPairs(graph) : graph), level == Level::v4 ? 32 : 16};
   kernel.bodies = print::Bodies::one;
   return kernel;
 }

@@ -25,6 +25,8 @@ struct Place {
 
 using Places = std::vector<Place>;
 
+constexpr int kHalfWidth = 4; // elements of the shorter of two kinds of registers
+
 Parts signsOf(const Element& e) {
   constexpr Quad kMinus{-1};
   constexpr Quad kPlus{1};
@@ -180,18 +182,50 @@ private:
         place = {emit({Op::zero, {}, {}, {}, width}), 0};
       }
     }
+    if (width == kHalfWidth) {
+      for (Place& place : wanted) {
+        place = inHalf(place);
+      }
+    }
     const std::vector<int> sources = sourcesOf(wanted);
-    const bool isInPlace = sources.size() == 1 && std::ranges::all_of(wanted, [i = 0](const Place& p) mutable {
-                             const int here = i++;
-                             return !p.isRegister() || p.element == here;
-                           });
+    const bool isOfWidth =
+        std::ranges::all_of(sources, [&](int source) { return at(program_, source).width == width; });
+    const bool isInPlace =
+        isOfWidth && sources.size() == 1 && std::ranges::all_of(wanted, [i = 0](const Place& p) mutable {
+          const int here = i++;
+          return !p.isRegister() || p.element == here;
+        });
     if (isInPlace) {
       return sources[0];
     }
-    if (sources.size() > 2) {
-      return gatherHalves(wanted);
+    if (isOfWidth && sources.size() <= 2) {
+      return shuffle(sources[0], sources.back(), wanted);
     }
-    return shuffle(sources[0], sources.back(), wanted);
+    if (isOfWidth) {
+      const std::optional<int> value = gatherPairs(wanted);
+      if (value) {
+        return *value;
+      }
+    }
+    const auto middle = wanted.begin() + kHalfWidth;
+    const int low = gatherOrAny({wanted.begin(), middle});
+    const int high = gatherOrAny({middle, wanted.end()});
+    return emit({Op::join, {low, high}, {}, {}, width});
+  }
+
+  // Where nothing is wanted zeros are as good as anything.
+  int gatherOrAny(const Places& wanted) {
+    const bool isAny = std::ranges::none_of(wanted, &Place::isRegister);
+    return isAny ? emit({Op::zero, {}, {}, {}, static_cast<int>(wanted.size())}) : gather(wanted);
+  }
+
+  // The same element in a register of four.
+  Place inHalf(const Place& place) {
+    if (!place.isRegister() || at(program_, place.value).width == kHalfWidth) {
+      return place;
+    }
+    const int first = place.element / kHalfWidth * kHalfWidth;
+    return {emit({Op::half, {place.value}, {first}, {}, kHalfWidth}), place.element - first};
   }
 
   static std::vector<int> sourcesOf(const Places& places) {
@@ -222,39 +256,45 @@ private:
     int half = 0;
   };
 
-  int gatherHalves(const Places& wanted) {
-    const Pair low = pair(wanted[0], wanted[1]);
-    const Pair high = pair(wanted[2], wanted[3]);
-    const auto halfOf = [](const Pair& p) {
-      return p.value < 0 ? Places(2) : Places{{p.value, 2 * p.half}, {p.value, 2 * p.half + 1}};
-    };
-    Places both = halfOf(low);
-    std::ranges::copy(halfOf(high), std::back_inserter(both));
+  // First pairs, each from one or two registers, then the pairs, which must be left in no more than two registers.
+  std::optional<int> gatherPairs(const Places& wanted) {
+    Places both;
+    for (std::size_t i = 0; i < wanted.size(); i += 2) {
+      const Pair found = pair(wanted[i], wanted[i + 1], static_cast<int>(wanted.size()));
+      both.push_back(found.value < 0 ? Place{} : Place{found.value, 2 * found.half});
+      both.push_back(found.value < 0 ? Place{} : Place{found.value, 2 * found.half + 1});
+    }
+    if (sourcesOf(both).size() > 2) {
+      return {};
+    }
     return gather(both);
   }
 
-  // As in a transposition, where the other half of the register serves another column.
-  Pair pair(const Place& first, const Place& second) {
+  // As in a transposition, where the other parts of the register serve other columns.
+  Pair pair(const Place& first, const Place& second, int width) {
     if (!first.isRegister() && !second.isRegister()) {
       return {};
     }
-    const Place& known = first.isRegister() ? first : second;
+    const Place& a = first.isRegister() ? first : second;
+    const Place& b = second.isRegister() ? second : first;
     const bool isInPlace = (!first.isRegister() || first.element % 2 == 0) &&
-                           (!second.isRegister() || second.element % 2 == 1) &&
-                           (!first.isRegister() || !second.isRegister() ||
-                            (first.value == second.value && first.element + 1 == second.element));
-    const int half = known.element / 2;
+                           (!second.isRegister() || second.element % 2 == 1) && a.value == b.value &&
+                           a.element / 2 == b.element / 2;
     if (isInPlace) {
-      return {known.value, half};
+      return {a.value, a.element / 2};
     }
-    const int i = first.isRegister() ? first.element : second.element;
-    const int j = second.isRegister() ? second.element : first.element;
-    const int a = first.isRegister() ? first.value : second.value;
-    const int b = second.isRegister() ? second.value : first.value;
-    if (i / 2 == j / 2) {
-      return {shuffle(a, b, {{a, i % 2}, {b, j % 2}, {a, 2 + i % 2}, {b, 2 + j % 2}}), half};
+    Places moved;
+    if (a.element / 2 == b.element / 2) {
+      for (int half = 0; half < width / 2; ++half) {
+        moved.push_back({a.value, 2 * half + a.element % 2});
+        moved.push_back({b.value, 2 * half + b.element % 2});
+      }
+      return {shuffle(a.value, b.value, moved), a.element / 2};
     }
-    return {shuffle(a, b, {{a, i}, {b, j}, {}, {}}), 0};
+    moved.resize(static_cast<std::size_t>(width));
+    moved[0] = a;
+    moved[1] = b;
+    return {shuffle(a.value, b.value, moved), 0};
   }
 
   // ---- Equal instructions are one.

@@ -1,5 +1,5 @@
 """check_library.py LIBRARY DEFAULT: the library of a level as it was linked. It exports what the default one exports,
-asks for the same libraries and finds them from its place."""
+asks for the same libraries and finds them from its place. It uses the registers that its level brings."""
 
 import re
 import subprocess
@@ -26,6 +26,9 @@ def main():
             faults.append(f"{tag}: {dynamic(library, tag)}")
     if dynamic(library, "RUNPATH") != ["$ORIGIN/../.."] or dynamic(library, "RPATH"):
         faults.append(f"RUNPATH: {dynamic(library, 'RUNPATH')}")
+    widest = "%zmm" if "x86-64-v4" in library else "%ymm"
+    if widest not in output("objdump", "-d", "--no-show-raw-insn", library):
+        faults.append(f"no {widest} register")
     print(*faults, f"{len(exports(library))} exports, {len(faults)} faults", sep="\n")
     return 1 if faults else 0
 
