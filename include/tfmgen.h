@@ -7,8 +7,9 @@
  * Names read family, direction and format, length, sample type: tfmgDFTFwd_CToC_16_32fc. The same name without the
  * length is a general entry that takes the length as an argument and hands over to the routine of that length.
  *
- * Arithmetic is IEEE 754, round to nearest, without fused operations: results are the same bits on every processor, at
- * every alignment of the arrays, in place or not. */
+ * Arithmetic is IEEE 754, round to nearest, each operation rounded by itself: results are the same bits on every
+ * processor, from the library of every processor level, at every alignment of the arrays, in place or not. Where a
+ * result is not a number, its sign and payload may be any. */
 #ifndef TFMGEN_H
 #define TFMGEN_H
 

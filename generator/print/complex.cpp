@@ -1,5 +1,6 @@
 #include "complex.hpp"
 
+#include "elements.hpp"
 #include "scalars.hpp"
 #include "vectors.hpp"
 
@@ -29,6 +30,9 @@ std::string runText(const ComplexKernel& k) {
     text << "  template <class Access>\n"
          << "  TFMGEN_INLINE static void run(const " << real << "* x, " << real << "* y, V s) {\n"
          << vectorStatements(*vectors, vectorType(k));
+  } else if (const auto* wide = std::get_if<WideKernel>(&k.kernel)) {
+    text << "  TFMGEN_INLINE static void run(const Tfm32f* x, Tfm32f* y, Tfm32f scale) {\n"
+         << elementStatements(wide->program, wide->registers);
   } else {
     text << "  template <class T>\n"
          << "  TFMGEN_INLINE static void run(const T* x, T* y, T s) {\n"
@@ -58,6 +62,9 @@ std::string kernelName(const ComplexKernel& k) {
 graph::Counts counts(const ComplexKernel& k) {
   if (const auto* vectors = std::get_if<lower::Kernel>(&k.kernel)) {
     return graph::count(vectors->graph, vectors->outputs());
+  }
+  if (const auto* wide = std::get_if<WideKernel>(&k.kernel)) {
+    return wide::count(wide->program);
   }
   return transform::count(std::get<lower::RealKernel>(k.kernel).body);
 }

@@ -5,6 +5,7 @@
 #include "lower/kernel.hpp"
 #include "lower/real.hpp"
 #include "transform/root_sign.hpp"
+#include "wide/program.hpp"
 
 #include <string>
 #include <variant>
@@ -14,9 +15,16 @@ namespace tfmgen::print {
 // How the bodies for aligned and for unaligned arrays stand in the machine code.
 enum class Bodies { one, inOneFunction, inTwoFunctions };
 
+// A program for the registers of a level.
+struct WideKernel {
+  wide::Program program;
+  int registers;
+};
+
 // A kernel with its place in the library.
 struct ComplexKernel {
-  std::variant<lower::Kernel, lower::RealKernel> kernel; // on vectors, or on the parts of elements as scalars
+  // On vectors, on the parts of elements as scalars, or on the vectors of a level.
+  std::variant<lower::Kernel, lower::RealKernel, WideKernel> kernel;
   transform::RootSign sign;
   int length;
   int sampleBits; // of a real number

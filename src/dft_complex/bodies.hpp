@@ -3,6 +3,8 @@
 
 #include "frame/enter.hpp"
 #include "kernel/access.hpp"
+#include "kernel/elements.hpp"
+#include "kernel/fused_sum.hpp"
 
 namespace tfmgen {
 
@@ -19,12 +21,17 @@ struct RealOf<Tfm64fc> {
 
 // The base of a kernel. A kernel adds `template <class Access> static void run(const Real* x, Real* y, V s)`: the whole
 // transform of x into y, all loads before the first store, each output multiplied by s last. A kernel on scalars adds
-// `template <class T> static void run(const T* x, T* y, T s)`.
+// `template <class T> static void run(const T* x, T* y, T s)`, one on the vectors of a level the same without a
+// template.
 template <class SampleType, int n, Direction transformDirection>
 struct Complex {
   using Sample = SampleType;
   using Real = typename RealOf<Sample>::Type;
   using V = Vector<Real>;
+  // By the elements that they hold.
+  using V2 = Vector<Real, 2 * sizeof(Sample)>;
+  using V4 = Vector<Real, 4 * sizeof(Sample)>;
+  using V8 = Vector<Real, 8 * sizeof(Sample)>;
   static constexpr int length = n;
   static constexpr Direction direction = transformDirection;
 
@@ -42,7 +49,7 @@ TFMGEN_INLINE inline TfmStatus runBody(const typename Kernel::Sample* src, typen
   });
 }
 
-// A kernel on scalars, which any address suits.
+// A kernel that any address suits: on scalars, or on the vectors of a level.
 template <class Kernel>
 TFMGEN_INLINE inline TfmStatus oneBody(const typename Kernel::Sample* src, typename Kernel::Sample* dst,
                                        std::int32_t flag) {

@@ -76,6 +76,11 @@ TFMGEN_INLINE inline void storeLow(Element<V>* to, V v) {
 }
 
 template <class V>
+TFMGEN_INLINE inline void storeHigh(Element<V>* to, V v) {
+  storeHalf(to, bitCast<Vector<double>>(v)[1]);
+}
+
+template <class V>
 TFMGEN_INLINE inline void storeHalves(Element<V>* low, Element<V>* high, V v) {
   const auto halves = bitCast<Vector<double>>(v);
   storeHalf(low, halves[0]);

@@ -2,7 +2,7 @@
 at hand, whose digest program prints the results and whose generated sources all of them share.
 
 sample  a fixed part of the sources through the other compiler. Of sources in numbered files, file 0 is the sample.
-matrix  all sources through g++ and clang++ at -O1, -O2 and -O3."""
+matrix  all sources through g++ and clang++ at -O1, -O2 and -O3. The objects may be those of a level."""
 
 import argparse
 import os

@@ -3,6 +3,9 @@
 #include "digest.hpp"
 
 #include "families.hpp"
+#include "level.hpp"
+
+#include <cstdio>
 
 namespace tfmgen::test {
 namespace {
@@ -29,6 +32,11 @@ void printFamily(const Family& family) {
 
 int main() {
   using namespace tfmgen::test;
+  constexpr int kCannotRun = 77;
+  if (const std::string level = loadedLevel(); !level.empty() && !processorHas(level)) {
+    std::fprintf(stderr, "this processor has no %s\n", level.c_str());
+    return kCannotRun;
+  }
   for (const Family& family : families()) {
     family.realBytes == sizeof(float) ? printFamily<float>(family) : printFamily<double>(family);
   }
