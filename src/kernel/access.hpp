@@ -16,15 +16,15 @@ struct InMemory {
   using Type [[gnu::vector_size(sizeof(V)), gnu::aligned(alignment), gnu::may_alias]] = Element<V>;
 };
 
-// At a multiple of the vector's size.
+// At a multiple of kBlockBytes, the alignment that is promised for vectors of any width.
 template <class V>
 TFMGEN_INLINE inline V loadAligned(const Element<V>* from) {
-  return *reinterpret_cast<const typename InMemory<V, sizeof(V)>::Type*>(from);
+  return *reinterpret_cast<const typename InMemory<V, kBlockBytes>::Type*>(from);
 }
 
 template <class V>
 TFMGEN_INLINE inline void storeAligned(Element<V>* to, V v) {
-  *reinterpret_cast<typename InMemory<V, sizeof(V)>::Type*>(to) = v;
+  *reinterpret_cast<typename InMemory<V, kBlockBytes>::Type*>(to) = v;
 }
 
 // At any address.
@@ -119,9 +119,11 @@ TFMGEN_INLINE inline void scatter(Element<V>* to, std::ptrdiff_t step, V v) {
 
 // ---- Arrays of a caller, as kernels are compiled twice for them: every load is one access
 
-// Both arrays start at a multiple of the vector's size.
+// Both arrays start at a multiple of kBlockBytes.
 template <int bytes>
 struct AlignedAccess {
+  static constexpr int kBytes = bytes;
+
   template <class Real>
   TFMGEN_INLINE static Vector<Real, bytes> load(const Real* from) {
     return opaque(loadAligned<Vector<Real, bytes>>(from));
@@ -136,6 +138,8 @@ struct AlignedAccess {
 // Any address. 16 bytes of doubles go by their halves.
 template <int bytes>
 struct UnalignedAccess {
+  static constexpr int kBytes = bytes;
+
   template <class Real>
   TFMGEN_INLINE static Vector<Real, bytes> load(const Real* from) {
     if constexpr (kLanes<Real, bytes> == 2) {

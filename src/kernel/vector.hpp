@@ -15,6 +15,15 @@ namespace tfmgen {
 // The vectors that every processor has. Longer ones are blocks of as much, within which lanes move cheaply.
 inline constexpr int kBlockBytes = 16;
 
+// The widest registers that this is compiled for.
+#if defined(__AVX512F__)
+inline constexpr int kRegisterBytes = 64;
+#elif defined(__AVX2__)
+inline constexpr int kRegisterBytes = 32;
+#else
+inline constexpr int kRegisterBytes = kBlockBytes;
+#endif
+
 template <class Real, int bytes>
 struct VectorOf {
   using Type [[gnu::vector_size(bytes)]] = Real;
@@ -94,6 +103,12 @@ template <int... lane, class V>
 TFMGEN_INLINE inline V permute(V v) {
   const auto bits = bitCast<Bits<V>>(v);
   return bitCast<V>(__builtin_shufflevector(bits, bits, lane...));
+}
+
+// The lanes from the last to the first.
+template <class V>
+TFMGEN_INLINE inline V reverse(V v) {
+  return withIndices<kLanesOf<V>>([=](auto... i) TFMGEN_INLINE { return permute<(kLanesOf<V> - 1 - i)...>(v); });
 }
 
 // The lower lanes of a and b in turn, in every block of 16 bytes.

@@ -5,15 +5,30 @@
 #include "tfmcore.h"
 #include "wht/passes.hpp"
 
+#include <algorithm>
+
 namespace tfmgen::wht {
 
-// Number of bodies an entry has and where they are.
+// Bytes of the vectors that a transform works on; 0 where it works on single elements.
+template <class Real>
+constexpr int widthOf(int order) {
+  const int bytes = int{sizeof(Real)} << order;
+  if (order < 3) {
+    return 0;
+  }
+  if (kRegisterBytes == kBlockBytes) {
+    return bytes < kBlockBytes * kLanes<Real> ? 0 : kBlockBytes;
+  }
+  // A short transform waits for its moves between lanes: fewer are needed in shorter vectors.
+  return order < 5 ? std::min(bytes / 2, 32) : kRegisterBytes;
+}
+
+// Number of bodies an entry has and where they are. Beyond the baseline one body reaches arrays at any address.
 enum class Bodies { one, inlined, separate };
 
 template <class Real>
 constexpr Bodies bodiesOf(int order) {
-  const int vectors = (1 << order) / kLanes<Real>;
-  if (order < 3 || vectors < kLanes<Real>) {
+  if (kRegisterBytes != kBlockBytes || widthOf<Real>(order) != kBlockBytes) {
     return Bodies::one;
   }
   return order == 3 ? Bodies::inlined : Bodies::separate;
@@ -21,12 +36,12 @@ constexpr Bodies bodiesOf(int order) {
 
 template <class Access, int order, class Real>
 TFMGEN_INLINE inline void transform(const Real* src, Real* dst, Real scale, std::uint8_t* buffer) {
-  if constexpr (bodiesOf<Real>(order) == Bodies::one) {
+  if constexpr (widthOf<Real>(order) == 0) {
     transformElements<order>(src, dst, scale);
   } else if constexpr (order <= kMaxRowOrder) {
-    const auto scales = broadcast<Vector<Real>>(scale);
+    const auto scales = broadcast<Vector<Real, Access::kBytes>>(scale);
     transformRow<Access, order>(src, [&](auto k, auto v)
-                                         TFMGEN_INLINE { Access::store(dst + k * kLanes<Real>, v * scales); });
+                                         TFMGEN_INLINE { Access::store(dst + k * kLanesOf<decltype(v)>, v * scales); });
   } else {
     constexpr std::int32_t size = bufferSize<Real>(order);
     void* const work = buffer != nullptr ? buffer : tfmMalloc(size);
@@ -52,7 +67,7 @@ template <int order, class Real>
 TFMGEN_INLINE inline TfmStatus entry(const Real* src, Real* dst, std::int32_t flag, std::uint8_t* buffer) {
   constexpr Bodies bodies = bodiesOf<Real>(order);
   if constexpr (bodies == Bodies::one) {
-    return run<Unaligned, order>(src, dst, flag, buffer);
+    return run<UnalignedAccess<widthOf<Real>(order)>, order>(src, dst, flag, buffer);
   }
   if (bothAligned(src, dst)) [[likely]] {
     return run<Aligned, order>(src, dst, flag, buffer);

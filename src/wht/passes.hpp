@@ -47,19 +47,21 @@ template <class Access, int bits, int rows, class Real>
 TFMGEN_INLINE inline void rowPass(const Real* src, Real* dst) {
 #pragma GCC unroll 1
   for (int offset = 0; offset < rows << bits; offset += 1 << bits) {
-    transformRow<Access, bits>(src + offset, [&](auto k, auto v)
-                                                 TFMGEN_INLINE { Aligned::store(dst + offset + k * kLanes<Real>, v); });
+    transformRow<Access, bits>(src + offset, [&](auto k, auto v) TFMGEN_INLINE {
+      AlignedAccess<Access::kBytes>::store(dst + offset + k * kLanesOf<decltype(v)>, v);
+    });
   }
 }
 
 // The stages on `bits` index bits from bit log2(distance) on, one column of vectors after the other: position k of a
 // column is k * distance elements behind its first. Results go through sink(address in dst, vector).
-template <int bits, int distance, class Real, class Sink>
+template <class Access, int bits, int distance, class Real, class Sink>
 TFMGEN_INLINE inline void columnPass(const Real* src, Real* dst, const Sink& sink) {
+  using V = Vector<Real, Access::kBytes>;
 #pragma GCC unroll 1
-  for (int offset = 0; offset < distance; offset += kLanes<Real>) {
-    Vector<Real> column[1 << bits];
-    unroll<1 << bits>([&](auto k) TFMGEN_INLINE { column[k] = Aligned::load(src + offset + k * distance); });
+  for (int offset = 0; offset < distance; offset += kLanesOf<V>) {
+    V column[1 << bits];
+    unroll<1 << bits>([&](auto k) TFMGEN_INLINE { column[k] = Access::load(src + offset + k * distance); });
     butterflies<bits, 1, 0>(column, [&](auto k, auto v) TFMGEN_INLINE { sink(dst + offset + k * distance, v); });
   }
 }
@@ -68,6 +70,7 @@ TFMGEN_INLINE inline void columnPass(const Real* src, Real* dst, const Sink& sin
 // `src` has been read to its end before the first store to `dst`.
 template <class Access, int order, class Real>
 TFMGEN_INLINE inline void transformByPasses(const Real* src, Real* dst, Real scale, Real* buffer) {
+  using Buffer = AlignedAccess<Access::kBytes>;
   constexpr Schedule s = scheduleOf<Real>(order);
   constexpr int block = 1 << (s.rowBits + s.blockBits);
   constexpr int rows = 1 << s.blockBits;
@@ -78,12 +81,13 @@ TFMGEN_INLINE inline void transformByPasses(const Real* src, Real* dst, Real sca
 #pragma GCC unroll 1
     for (int offset = 0; offset < 1 << order; offset += block) {
       rowPass<Access, s.rowBits, rows>(src + offset, staging);
-      columnPass<s.blockBits, 1 << s.rowBits>(staging, buffer + offset,
-                                              [](Real* to, auto v) TFMGEN_INLINE { Aligned::store(to, v); });
+      columnPass<Buffer, s.blockBits, 1 << s.rowBits>(staging, buffer + offset,
+                                                      [](Real* to, auto v) TFMGEN_INLINE { Buffer::store(to, v); });
     }
   }
-  const auto scales = broadcast<Vector<Real>>(scale);
-  columnPass<s.columnBits, block>(buffer, dst, [&](Real* to, auto v) TFMGEN_INLINE { Access::store(to, v * scales); });
+  const auto scales = broadcast<Vector<Real, Access::kBytes>>(scale);
+  columnPass<Buffer, s.columnBits, block>(buffer, dst,
+                                          [&](Real* to, auto v) TFMGEN_INLINE { Access::store(to, v * scales); });
 }
 
 } // namespace tfmgen::wht

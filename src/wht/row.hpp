@@ -1,7 +1,8 @@
-// Transforms of 2 to 128 consecutive samples as one straight line of arithmetic, without a scale.
+// Transforms of consecutive samples as one straight line of arithmetic, without a scale.
 #pragma once
 
 #include "kernel/access.hpp"
+#include "kernel/fused_sum.hpp"
 #include "wht/butterfly.hpp"
 
 #include <bit>
@@ -9,61 +10,90 @@
 namespace tfmgen::wht {
 
 // Index bits that lie inside a vector.
-template <class Real>
-inline constexpr int kLaneBits = std::bit_width(static_cast<unsigned>(kLanes<Real>)) - 1;
+template <class V>
+inline constexpr int kLaneBits = std::bit_width(static_cast<unsigned>(kLanesOf<V>)) - 1;
 
-// Up to this order a row has its vectors in registers all the time; beyond, it is made of rows of lower order.
-template <class Real>
-inline constexpr int kRegisterOrder = kLaneBits<Real> + 3;
+// Up to this order a row has its vectors in registers all the time; beyond, it is made of rows of lower order. There
+// are 32 registers where they have 64 bytes.
+template <class V>
+inline constexpr int kRegisterOrder = kLaneBits<V> + (sizeof(V) == 64 ? 4 : 3);
 
 // Index bits of a row of `order` that its last group of stages takes, over columns of 2^bits vectors.
-template <class Real>
+template <class V>
 constexpr int lastGroupBits(int order) {
-  return order - kRegisterOrder<Real> < 2 ? 1 : 2;
+  return sizeof(V) == kBlockBytes && order - kRegisterOrder<V> < 2 ? 1 : 2;
 }
 
 // As many consecutive vectors as a vector has lanes, transposed: vector i holds the elements whose index within their
 // row of lanes is i. Doubles that are loaded one by one are transposed by the loads themselves, lower address first.
-template <class Access, class Real>
-TFMGEN_INLINE inline void loadTransposed(const Real* from, Vector<Real> (&rows)[kLanes<Real>]) {
-  if constexpr (std::is_same_v<Access, Unaligned> && kLanes<Real> == 2) {
+template <class Access, class V>
+TFMGEN_INLINE inline void loadTransposed(const Element<V>* from, V (&rows)[kLanesOf<V>]) {
+  if constexpr (std::is_same_v<Access, Unaligned> && kLanesOf<V> == 2) {
     const auto even = loadLow(from);
     const auto odd = loadLow(from + 1);
     rows[0] = loadHigh(even, from + 2);
     rows[1] = loadHigh(odd, from + 3);
   } else {
-    unroll<kLanes<Real>>([&](auto row) TFMGEN_INLINE { rows[row] = Access::load(from + row * kLanes<Real>); });
+    unroll<kLanesOf<V>>([&](auto row) TFMGEN_INLINE { rows[row] = Access::load(from + row * kLanesOf<V>); });
     transpose(rows);
   }
 }
 
-// The stages on the index bits inside a vector, on as many vectors as there are lanes: transposed, these bits number
-// the registers, and the stages run on all rows at once. Natural order before and after.
-template <class Access, class Real, int first, int count>
-TFMGEN_INLINE inline void laneStages(const Real* src, Vector<Real> (&vectors)[count]) {
-  Vector<Real> columns[kLanes<Real>];
-  loadTransposed<Access>(src + first * kLanes<Real>, columns);
-  butterflies<kLaneBits<Real>, 1, 0>(columns, [](auto, const auto&) TFMGEN_INLINE {});
+#ifdef __FMA__
+// One stage on the index bit of value `bit` inside the vector: each lane meets its partner. By one operation, or by two
+// that are done sooner.
+template <int bit, bool soon, class V>
+TFMGEN_INLINE inline V laneStage(V v) {
+  return withIndices<kLanesOf<V>>([=](auto... i) TFMGEN_INLINE {
+    const V partners = permute<(int{i} ^ bit)...>(v);
+    if constexpr (soon) {
+      return partners + flipSigns(v, V{((i & bit) == 0 ? Element<V>(0) : -Element<V>(0))...});
+    } else {
+      return fusedSum(partners, V{((i & bit) == 0 ? 1 : -1)...}, v);
+    }
+  });
+}
+#endif
+
+// Vectors that take their stages on the index bits inside a vector together.
+template <class V>
+inline constexpr int kLaneGroup = kRegisterBytes == kBlockBytes ? kLanesOf<V> : 1;
+
+// The stages on the index bits inside a vector, on kLaneGroup of `count` vectors. With the baseline's instructions, on
+// as many as there are lanes: transposed, these bits number the registers, and the stages run on all rows at once.
+// Natural order before and after.
+template <class Access, int first, class V, int count>
+TFMGEN_INLINE inline void laneStages(const Element<V>* src, V (&vectors)[count]) {
+#ifdef __FMA__
+  constexpr bool soon = count <= 2; // there is nothing else to do meanwhile
+  vectors[first] = Access::load(src + first * kLanesOf<V>);
+  unroll<kLaneBits<V>>([&](auto bit) TFMGEN_INLINE { vectors[first] = laneStage<1 << bit, soon>(vectors[first]); });
+#else
+  V columns[kLanesOf<V>];
+  loadTransposed<Access>(src + first * kLanesOf<V>, columns);
+  butterflies<kLaneBits<V>, 1, 0>(columns, [](auto, const auto&) TFMGEN_INLINE {});
   transpose(columns);
-  unroll<kLanes<Real>>([&](auto k) TFMGEN_INLINE { vectors[first + k] = columns[k]; });
+  unroll<kLanesOf<V>>([&](auto k) TFMGEN_INLINE { vectors[first + k] = columns[k]; });
+#endif
 }
 
-// Transforms the 2^order samples from `src` on, with 2^order a multiple of the square of the lanes. Vector k of the
+// Transforms the 2^order samples from `src` on, a multiple of kLaneGroup vectors as Access loads them. Vector k of the
 // result goes to sink(Index<k>, vector).
 template <class Access, int order, class Real, class Sink>
 TFMGEN_INLINE inline void transformRow(const Real* src, const Sink& sink) {
-  constexpr int count = (1 << order) / kLanes<Real>;
-  Vector<Real> vectors[count];
-  if constexpr (order <= kRegisterOrder<Real>) {
-    unroll<count / kLanes<Real>>([&](auto block)
-                                     TFMGEN_INLINE { laneStages<Access, Real, block * kLanes<Real>>(src, vectors); });
-    butterflies<order - kLaneBits<Real>, 1, 0>(vectors, sink);
+  using V = Vector<Real, Access::kBytes>;
+  constexpr int count = (1 << order) / kLanesOf<V>;
+  V vectors[count];
+  if constexpr (order <= kRegisterOrder<V>) {
+    unroll<count / kLaneGroup<V>>([&](auto group)
+                                      TFMGEN_INLINE { laneStages<Access, group * kLaneGroup<V>>(src, vectors); });
+    butterflies<order - kLaneBits<V>, 1, 0>(vectors, sink);
   } else {
-    constexpr int bits = lastGroupBits<Real>(order);
+    constexpr int bits = lastGroupBits<V>(order);
     constexpr int runs = 1 << bits;
     constexpr int columns = count / runs;
     unroll<runs>([&](auto run) TFMGEN_INLINE {
-      transformRow<Access, order - bits>(src + run * columns * kLanes<Real>,
+      transformRow<Access, order - bits>(src + run * columns * kLanesOf<V>,
                                          [&](auto k, auto v) TFMGEN_INLINE { vectors[run * columns + k] = v; });
     });
     unroll<columns>([&](auto column) TFMGEN_INLINE { butterflies<bits, columns, column>(vectors, sink); });

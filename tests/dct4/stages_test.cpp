@@ -247,7 +247,7 @@ TYPED_TEST(Dct4Stages, SplitsByAllFactors) {
   using T = TypeParam;
   for (std::int32_t g = 2; g <= 32; g *= 2) {
     for (const std::int32_t r : {2, 8, 16}) {
-      const std::int32_t f = 8;
+      const std::int32_t f = 32; // as every plan with a split has
       const std::int32_t m = g * r;
       const auto count = static_cast<std::size_t>(f * m);
       const auto x = randomSamples<T>(count, 11);
@@ -307,7 +307,7 @@ TYPED_TEST(Dct4Stages, ColumnsOfTwoSubtractFromZero) {
 // A split of 4 by 2: the row of the second half is the conjugate of a difference, formed as a difference the other way.
 TYPED_TEST(Dct4Stages, SplitByTwoHasTheZerosOfItsForm) {
   using T = TypeParam;
-  constexpr std::int32_t f = 8;
+  constexpr std::int32_t f = 32; // as every plan with a split has
   const T c = static_cast<T>(halfTurns(1, 4).real());
   const T s = static_cast<T>(halfTurns(1, 4).imag());
   for (std::uint64_t seed = 0; seed < 20; ++seed) {
@@ -372,18 +372,20 @@ TYPED_TEST(Dct4Stages, BadKinds) {
 
 TYPED_TEST(Dct4Stages, BadKindsInASplit) {
   using T = TypeParam;
-  const std::vector<T> x(64, 1);
+  constexpr std::int32_t f = 32;
+  constexpr std::size_t count = 8 * f;
+  const std::vector<T> x(count, 1);
   const auto firstOfWork = [&](auto&& change) {
-    AlignedSamples<T> work(64);
+    AlignedSamples<T> work(count);
     work.data()[0] = 5;
-    TestSplit<T> split(8, 2, 8);
+    TestSplit<T> split(8, 2, f);
     change(split);
     TfmgPlanList splitList{.item = &split.split.head.item, .next = nullptr, .arena = nullptr};
-    typename TestFixture::TestPlan plan(8, 8, work.data());
+    typename TestFixture::TestPlan plan(f, 8, work.data());
     plan.columnStage.kind = 1;
     plan.columnLoop.kind = 7;
     plan.columnLoop.stageList = &splitList;
-    std::vector<T> y(64);
+    std::vector<T> y(count);
     EXPECT_EQ(Dct4<T>::run(x.data(), y.data(), &plan.root), tfmStsOk);
     return work.data()[0];
   };

@@ -41,10 +41,8 @@ void moveAll(Moves<Real>& m) {
   storeUnaligned(m.sum, a + b);
   storeUnaligned(m.flipped,
                  flipSigns(a, withIndices<lanes>([&](auto... i) { return V{(m.b[i] < 0 ? Real(-0.0) : 0)...}; })));
-  withIndices<lanes>([&](auto... i) {
-    storeUnaligned(m.reversed, permute<(lanes - 1 - i)...>(a));
-    storeUnaligned(m.everyOther, shuffle<(2 * i)...>(a, b));
-  });
+  withIndices<lanes>([&](auto... i) { storeUnaligned(m.everyOther, shuffle<(2 * i)...>(a, b)); });
+  storeUnaligned(m.reversed, reverse(a));
   storeUnaligned(m.unpackedLow, unpackLow(a, b));
   storeUnaligned(m.unpackedHigh, unpackHigh(a, b));
   storeUnaligned(m.rejoined, join(highHalf(a), lowHalf(b)));
