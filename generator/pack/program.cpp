@@ -9,14 +9,12 @@ namespace {
 
 using graph::Graph;
 using graph::Node;
+using graph::NodeId;
+using graph::NodeMap;
 using graph::Op;
 using graph::Ref;
 
 constexpr int kNone = -1;
-
-std::size_t at(int node) {
-  return static_cast<std::size_t>(node);
-}
 
 double factorOf(const Graph& g, const Node& product) {
   return static_cast<double>(g.constant(product)[0]);
@@ -26,24 +24,24 @@ double factorOf(const Graph& g, const Node& product) {
 class Assignments {
 public:
   Assignments(const lower::RealKernel& kernel, int sampleBits)
-      : kernel_(kernel), graph_(kernel.body.graph), valueOf_(graph_.nodes().size(), kNone) {
+      : kernel_(kernel), graph_(kernel.body.graph), valueOf_(graph_.end(), kNone) {
     program_.sampleBits = sampleBits;
   }
 
   // All loads first, then the assignments in their order.
   Program run(const std::vector<int>& sources, const std::vector<int>& destinations, bool scalesInDouble) {
-    const std::vector<bool> needed = graph_.reachable(kernel_.body.results);
-    const auto isNamed = [&](std::size_t i, bool asLoad) {
-      return needed[i] && !kernel_.isPart[i] && (graph_.nodes()[i].op == Op::load) == asLoad;
+    const NodeMap<bool> needed = graph_.reachable(kernel_.body.results);
+    const auto isNamed = [&](NodeId i, bool asLoad) {
+      return needed[i] && !kernel_.isPart[i] && (graph_.node(i).op == Op::load) == asLoad;
     };
-    for (std::size_t i = 0; i < needed.size(); ++i) {
+    for (NodeId i; i != graph_.end(); ++i) {
       if (isNamed(i, true)) {
-        valueOf_[i] = program_.loads.push(sources[at(graph_.nodes()[i].tag)]);
+        valueOf_[i] = program_.loads.push(number::at(sources, graph_.node(i).tag));
       }
     }
-    for (std::size_t i = 0; i < needed.size(); ++i) {
+    for (NodeId i; i != graph_.end(); ++i) {
       if (isNamed(i, false)) {
-        valueOf_[i] = append(operation(graph_.nodes()[i]));
+        valueOf_[i] = append(operation(graph_.node(i)));
       }
     }
     for (std::size_t i = 0; i < kernel_.body.results.size(); ++i) {
@@ -59,7 +57,7 @@ private:
 
   void output(Ref result, int element, bool scalesInDouble) {
     const Ref value = graph_.node(result).left;
-    int& known = valueOf_[at(value.node())];
+    int& known = valueOf_[value.node()];
     if (known != kNone) {
       program_.outputs.push_back({element, known, true, result.isNegative()});
       return;
@@ -96,16 +94,16 @@ private:
 
   // A value, or the product of one.
   [[nodiscard]] bool isTerm(Ref r) const {
-    return valueOf_[at(r.node())] != kNone || graph_.node(r).op == Op::multiply;
+    return valueOf_[r.node()] != kNone || graph_.node(r).op == Op::multiply;
   }
 
   [[nodiscard]] Term term(Ref r) const {
-    const int value = valueOf_[at(r.node())];
+    const int value = valueOf_[r.node()];
     if (value != kNone) {
       return {1, value};
     }
     const Node& product = graph_.node(r);
-    const int operand = valueOf_[at(product.left.node())];
+    const int operand = valueOf_[product.left.node()];
     if (operand == kNone) {
       throw std::logic_error("a product of an expression has no place in a sum of products");
     }
@@ -115,7 +113,7 @@ private:
   // Brackets come first, whichever side they stand on: a - (b + c) is -(b + c) + a, bit for bit.
   [[nodiscard]] std::vector<Term> sum(const Node& n) const {
     if (n.op == Op::multiply) {
-      const int operand = valueOf_[at(n.left.node())];
+      const int operand = valueOf_[n.left.node()];
       if (operand == kNone) {
         throw std::logic_error("a product of an expression has no place in a sum of products");
       }
@@ -136,7 +134,7 @@ private:
 
   const lower::RealKernel& kernel_;
   const Graph& graph_;
-  std::vector<int> valueOf_; // by node
+  NodeMap<int> valueOf_;
   Program program_;
 };
 
@@ -144,23 +142,23 @@ private:
 class Elements {
 public:
   explicit Elements(const lower::Kernel& kernel)
-      : graph_(kernel.graph), needed_(graph_.reachable(kernel.outputs())), valueOf_(needed_.size(), kNone),
-        uses_(needed_.size()) {
+      : graph_(kernel.graph), needed_(graph_.reachable(kernel.outputs())), valueOf_(graph_.end(), kNone),
+        uses_(graph_.end()) {
     program_.numbersInUnit = 2;
     countUses();
-    for (std::size_t i = 0; i < needed_.size(); ++i) {
-      if (needed_[i] && graph_.nodes()[i].op == Op::load) {
-        valueOf_[i] = program_.loads.push(kernel.loads[at(graph_.nodes()[i].tag)].first);
+    for (NodeId i; i != graph_.end(); ++i) {
+      if (needed_[i] && graph_.node(i).op == Op::load) {
+        valueOf_[i] = program_.loads.push(number::at(kernel.loads, graph_.node(i).tag).first);
       }
     }
-    for (std::size_t i = 0; i < needed_.size(); ++i) {
+    for (NodeId i; i != graph_.end(); ++i) {
       if (needed_[i] && !isWithinSum(i)) {
-        valueOf_[i] = program_.loads.size() + program_.operations.push(operation(graph_.nodes()[i]));
+        valueOf_[i] = program_.loads.size() + program_.operations.push(operation(graph_.node(i)));
       }
     }
     for (const lower::Store& store : kernel.stores) {
       const Ref value = graph_.node(store.value).left; // below the scale
-      program_.outputs.push_back({store.to.first, valueOf_[at(value.node())]});
+      program_.outputs.push_back({store.to.first, valueOf_[value.node()]});
     }
   }
 
@@ -172,11 +170,11 @@ public:
 
 private:
   void countUses() {
-    for (std::size_t i = 0; i < needed_.size(); ++i) {
+    for (NodeId i; i != graph_.end(); ++i) {
       if (needed_[i]) {
-        for (const Ref operand : {graph_.nodes()[i].left, graph_.nodes()[i].right}) {
+        for (const Ref operand : {graph_.node(i).left, graph_.node(i).right}) {
           if (!operand.isZero()) {
-            ++uses_[at(operand.node())];
+            ++uses_[operand.node()];
           }
         }
       }
@@ -184,21 +182,21 @@ private:
   }
 
   // A product with a single user that is a sum, and a rotation of what is no such product: no operations of their own.
-  [[nodiscard]] bool isWithinSum(std::size_t i) const {
-    const Node& n = graph_.nodes()[i];
+  [[nodiscard]] bool isWithinSum(NodeId i) const {
+    const Node& n = graph_.node(i);
     switch (n.op) {
     case Op::load:
     case Op::scale: return true;
     case Op::multiply: return uses_[i] == 1 && !feedsOutput(i);
-    case Op::rotate: return !(graph_.node(n.left).op == Op::multiply && uses_[at(n.left.node())] == 1);
+    case Op::rotate: return !(graph_.node(n.left).op == Op::multiply && uses_[n.left.node()] == 1);
     default: return false;
     }
   }
 
-  [[nodiscard]] bool feedsOutput(std::size_t i) const {
-    for (std::size_t user = i + 1; user < needed_.size(); ++user) {
-      const Node& n = graph_.nodes()[user];
-      if (needed_[user] && n.op == Op::scale && n.left == Ref::to(static_cast<int>(i))) {
+  [[nodiscard]] bool feedsOutput(NodeId i) const {
+    for (NodeId user = i; user != graph_.end(); ++user) {
+      const Node& n = graph_.node(user);
+      if (needed_[user] && n.op == Op::scale && n.left == Ref::to(i)) {
         return true;
       }
     }
@@ -206,8 +204,8 @@ private:
   }
 
   [[nodiscard]] Term term(Ref r) const {
-    if (valueOf_[at(r.node())] != kNone) {
-      return {1, valueOf_[at(r.node())]};
+    if (valueOf_[r.node()] != kNone) {
+      return {1, valueOf_[r.node()]};
     }
     const Node& n = graph_.node(r);
     Term inner = term(n.left);
@@ -245,9 +243,9 @@ private:
   }
 
   const Graph& graph_;
-  std::vector<bool> needed_;
-  std::vector<int> valueOf_; // by node
-  std::vector<int> uses_;
+  NodeMap<bool> needed_;
+  NodeMap<int> valueOf_;
+  NodeMap<int> uses_;
   Program program_;
 };
 

@@ -75,9 +75,11 @@ public:
   Search(Packing& packing, const Program& program, const Dependences& dependences, const Machine& machine,
          const SearchOptions& options)
       : packing_(packing), program_(program), dependences_(dependences), options_(options), dice_(options.seed),
-        cost_(program, dependences, packing, machine), ofLevel_(dependences.levels), vectors_(packing.vectors.size()),
-        stores_((program.destinationLength + packing.lanes - 1) / packing.lanes), seen_(program.valueCount()),
-        loadOf_(program.sourceLength + packing.lanes, kEmpty), outputs_(program.destinationLength + packing.lanes, kEmpty) {
+        cost_(program, dependences, packing, machine), ofLevel_(dependences.levels),
+        loadOf_(program.sourceLength + packing.lanes, kEmpty),
+        outputs_(program.destinationLength + packing.lanes, kEmpty), vectors_(packing.vectors.size()),
+        stores_((program.destinationLength + packing.lanes - 1) / packing.lanes),
+        seen_(program.valueCount()) {
     for (int value = 0; value < program.loads.size(); ++value) {
       loadOf_[program.loads[value]] = value;
     }
