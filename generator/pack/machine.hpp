@@ -1,7 +1,7 @@
-// A level of the instruction set as the packing sees it: how many lanes, and what things cost.
+// A level of the instruction set as the packing sees it: how many lanes, and what things cost. All of it is data.
 #pragma once
 
-#include <array>
+#include "level.hpp"
 
 namespace tfmgen::pack {
 
@@ -29,10 +29,25 @@ struct Latencies {
   int pairMove = 2; // blends too
 };
 
+// How long calls take, in hundredths of a cycle for each thing of a packed kernel and for each operation of a scalar one:
+// least squares over what was measured. A call that waits for the result of the one before waits for the path.
+struct Times {
+  int operation;
+  int move;
+  int access;
+  int cycle;
+};
+
 struct Machine {
   int lanes = 4; // units in a vector
   Costs costs;
   Latencies latencies;
+  Times together; // calls one after the other
+  Times awaited;  // each reads what the last one wrote
+  int scalarOperation; // of the default library's kernel
 };
+
+// For samples of so many bits, and units of one number or of a complex number's two parts.
+Machine machine(Level level, int sampleBits, int numbersInUnit);
 
 } // namespace tfmgen::pack

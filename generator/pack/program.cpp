@@ -1,5 +1,6 @@
 #include "program.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
 
@@ -299,6 +300,20 @@ Program inNumbers(const Program& pairs) {
     }
   }
   return out;
+}
+
+int scalarOperations(const Program& program) {
+  std::size_t count = 0;
+  for (const Operation& operation : program.operations) {
+    const auto hasFactor = [](const Term& term) { return std::abs(term.factor) != 1; };
+    count += operation.terms.size() - 1;
+    count += static_cast<std::size_t>(std::ranges::count_if(operation.terms, hasFactor));
+    count += (operation.isScaled ? 1U : 0U) + (operation.isNegated ? 1U : 0U);
+  }
+  for (const Output& output : program.outputs) {
+    count += (output.isScaled ? 1U : 0U) + (output.isNegated ? 1U : 0U);
+  }
+  return static_cast<int>(count);
 }
 
 bool isExactInFloat(const Operation& operation) {

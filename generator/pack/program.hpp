@@ -66,6 +66,9 @@ Program program(const lower::Kernel& kernel, int length);
 // The same with one number a unit: value v becomes the values 2v and 2v + 1.
 Program inNumbers(const Program& pairs);
 
+// The operations of the scalar kernel: sums, products, the scale, negations.
+int scalarOperations(const Program& program);
+
 // Whether the operation is as exact in float: its one factor is a power of two no smaller than 2^-29.
 //
 // The rule has a double product and a double sum, rounded to float. Let p = 24 and P = 53 be the precisions. The product

@@ -11,8 +11,8 @@ namespace tfmgen::pack {
 // numbers throughout, so that the result is the same on every machine.
 struct SearchOptions {
   int moves = 0;
-  int firstTemperature = 25; // in the unit of costs; geometric from here
-  int lastTemperature = 4;
+  int firstTemperature = 100; // in the unit of costs; geometric from here
+  int lastTemperature = 13;
   std::uint64_t seed = 1;
 };
 

@@ -16,7 +16,6 @@ public:
   explicit Writer(const pack::Code& code) : code_(code), all_((1U << static_cast<unsigned>(code.lanes)) - 1) {}
 
   std::string write() {
-    const std::string lanes = std::to_string(code_.lanes);
     line("using V = Vector<" + sample() + ", " + std::to_string(code_.lanes * code_.sampleBits / 8) + ">");
     if (code_.sampleBits == 32) {
       line("using D = Vector<double, " + std::to_string(code_.lanes * 8) + ">");
@@ -99,6 +98,13 @@ private:
 
 std::string packedStatements(const pack::Code& code) {
   return Writer(code).write();
+}
+
+std::string packedSummary(const pack::Packed& packed) {
+  const pack::CodeCounts counts = pack::count(packed.code);
+  return "Packed in vectors of " + std::to_string(packed.lanes) + ": " + std::to_string(counts.operations) +
+         " operations, " + std::to_string(counts.moves) + " moves, longest path " + std::to_string(packed.longestPath) +
+         " cycles.";
 }
 
 } // namespace tfmgen::print

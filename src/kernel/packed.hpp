@@ -1,8 +1,11 @@
-// What packed kernels need beside vectors: work in some lanes only, sums and differences in one vector, and accesses that
-// touch nothing but their lanes. Needs AVX2 and FMA.
+// What packed kernels need beside vectors: work in some lanes only, and accesses that touch nothing but their lanes, on
+// processors with AVX2.
 #pragma once
 
+#ifdef __AVX2__
+
 #include "access.hpp"
+#include "fused_sum.hpp"
 
 #include <immintrin.h>
 
@@ -15,29 +18,6 @@ TFMGEN_INLINE inline V select(V a, V b) {
     return shuffle<((lanes >> i & 1U) != 0 ? kLanesOf<V> + i : int{i})...>(a, b);
   });
 }
-
-// a + factors * b, rounded once. Generated kernels take it where the product is exact, so that the result is that of a
-// product and a sum: factors of +-1, for sums and differences in one vector, and powers of two in sums of floats that
-// stand for sums of doubles.
-TFMGEN_INLINE inline Vector<float> fusedSum(Vector<float> a, Vector<float> factors, Vector<float> b) {
-  return _mm_fmadd_ps(factors, b, a);
-}
-TFMGEN_INLINE inline Vector<double> fusedSum(Vector<double> a, Vector<double> factors, Vector<double> b) {
-  return _mm_fmadd_pd(factors, b, a);
-}
-TFMGEN_INLINE inline Vector<float, 32> fusedSum(Vector<float, 32> a, Vector<float, 32> factors, Vector<float, 32> b) {
-  return _mm256_fmadd_ps(factors, b, a);
-}
-TFMGEN_INLINE inline Vector<double, 32> fusedSum(Vector<double, 32> a, Vector<double, 32> factors,
-                                                 Vector<double, 32> b) {
-  return _mm256_fmadd_pd(factors, b, a);
-}
-#ifdef __AVX512F__
-TFMGEN_INLINE inline Vector<double, 64> fusedSum(Vector<double, 64> a, Vector<double, 64> factors,
-                                                 Vector<double, 64> b) {
-  return _mm512_fmadd_pd(factors, b, a);
-}
-#endif
 
 // All bits in the lanes of `lanes`.
 template <class V, unsigned lanes>
@@ -87,3 +67,5 @@ TFMGEN_INLINE inline void storeLanes(Element<V>* to, V v) {
 }
 
 } // namespace tfmgen
+
+#endif
