@@ -32,6 +32,7 @@ VectorShape shapeOf(const Program& program, const Packing& packing, int vector) 
     for (; shape.termCount < count; ++shape.termCount) {
       // Lanes before this one end before this term.
       shape.term(shape.termCount) = {};
+      shape.operand(shape.termCount) = Pattern::empty();
       shape.term(shape.termCount).isMissing = shape.usedLanes > 0;
     }
     isDouble = isDouble || operation.isDouble;

@@ -7,8 +7,6 @@
 
 namespace tfmgen::pack {
 
-constexpr int kMaximumTerms = 8;
-
 // How the terms at one position of the sums differ from lane to lane.
 struct TermShape {
   bool isMissing = false;    // in some lane
@@ -20,8 +18,8 @@ struct TermShape {
 struct VectorShape {
   int usedLanes = 0;
   int termCount = 0;
-  std::array<TermShape, kMaximumTerms> terms;
-  std::array<Pattern, kMaximumTerms> operands; // one a term
+  std::array<TermShape, kMaximumTerms> terms;  // as many as there are
+  std::array<Pattern, kMaximumTerms> operands;
   bool isDouble = false; // of 32-bit samples: converted on the way in and out
   bool isScaled = false;
   // 32-bit samples in float, where a product by a power of two may stay within its sum.

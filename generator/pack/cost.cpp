@@ -57,7 +57,7 @@ Cost::Cost(const Program& program, const Dependences& dependences, const Packing
     : program_(program), packing_(packing), machine_(machine), entries_(packing.vectors.size()),
       ready_(packing.vectors.size()), trial_(packing.vectors.size()) {
   const int lanes = packing.lanes;
-  storePatterns_ = Indexed<Pattern>((program.destinationLength + lanes - 1) / lanes);
+  storePatterns_ = Indexed<Pattern>((program.destinationLength + lanes - 1) / lanes, Pattern::empty());
   storeEntries_ = Indexed<Entry>(storePatterns_.size());
   for (const Output& output : program.outputs) {
     storePatterns_[output.element / lanes].at(output.element % lanes).value = output.value;

@@ -10,14 +10,20 @@ namespace tfmgen::pack {
 
 // What one lane of a register is to hold.
 struct Source {
-  int value = kEmpty; // anything
-  bool isRotated = false;
+  int value; // kEmpty for anything
+  bool isRotated;
 };
 
 // A register with these values in these lanes.
 struct Pattern {
   std::array<Source, kMaximumLanes> lanes;
-  bool isDouble = false; // of 32-bit samples: widened behind the moves
+  bool isDouble; // of 32-bit samples: widened behind the moves
+
+  static constexpr Pattern empty() {
+    Pattern pattern{};
+    pattern.lanes.fill({kEmpty, false});
+    return pattern;
+  }
 
   [[nodiscard]] const Source& at(int lane) const { return lanes[static_cast<std::size_t>(lane)]; }
   Source& at(int lane) { return lanes[static_cast<std::size_t>(lane)]; }

@@ -77,6 +77,9 @@ private:
 
   [[nodiscard]] Operation operation(const Node& n) const {
     Operation out{sum(n)};
+    if (out.terms.size() > kMaximumTerms) {
+      throw std::logic_error("a sum of more terms than a vector's shape has room for");
+    }
     for (const Term& term : out.terms) {
       const bool isDoubling = std::abs(term.factor) == 2; // a product in the sample type
       if (isDoubling && out.terms.size() > 1) {

@@ -21,6 +21,8 @@ struct Term {
   bool negatesSum = false; // the sum of the terms before is taken negative
 };
 
+constexpr int kMaximumTerms = 6; // as in a direct form of length 11
+
 // The sum of its terms from left to right. A factor of +-1 stands for a sum or a difference without a product.
 struct Operation {
   std::vector<Term> terms;

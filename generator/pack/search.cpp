@@ -140,7 +140,7 @@ private:
   }
 
   void tryChange(int temperature) {
-    constexpr int kMostFromPath = 1000; // no single change shortens the path by more
+    constexpr int kMostFromPath = 500; // no single change shortens the path by more
     const int before = cost_.work();
     cost_.begin(vectors_.items(), stores_.items());
     apply();

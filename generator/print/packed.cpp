@@ -1,5 +1,6 @@
 #include "packed.hpp"
 
+#include "number/index.hpp"
 #include "numbers.hpp"
 
 #include <cstdlib>
@@ -55,12 +56,32 @@ private:
     case Action::add: return within(i, left + " + " + right);
     case Action::subtract: return within(i, left + " - " + right);
     case Action::fusedSum: return within(i, "fusedSum(" + left + ", " + constant(i) + ", " + right + ")");
-    case Action::scale: return within(i, left + " * broadcast<" + type(i) + ">(s)");
-    case Action::negate: return within(i, type(i) + "{} - " + left);
+    case Action::scale: return left + " * " + scale(i);
+    case Action::negate: return negated(i);
     case Action::clear: return within(i, "V{}");
     case Action::store: break;
     }
     std::abort();
+  }
+
+  // A product by one leaves the other lanes as they are.
+  [[nodiscard]] std::string scale(const Instruction& i) const {
+    const std::string all = "broadcast<" + type(i) + ">(s)";
+    return i.affected == all_ ? all
+                              : "select<" + std::to_string(i.affected) + ">(broadcast<" + type(i) + ">(1), " + all + ")";
+  }
+
+  // 0 - x, which is +0 for both zeros, beside lanes that stay: there -0 + x is x, for both zeros too.
+  [[nodiscard]] std::string negated(const Instruction& i) const {
+    Instruction zeros = i;
+    Instruction signs = i;
+    for (int lane = 0; lane < code_.lanes; ++lane) {
+      const bool isAffected = (i.affected >> static_cast<unsigned>(lane) & 1U) != 0;
+      number::at(zeros.factors, lane) = isAffected ? 0.0 : -0.0;
+      number::at(signs.factors, lane) = isAffected ? -1 : 1;
+    }
+    return i.affected == all_ ? type(i) + "{} - " + name(i.left)
+                              : "fusedSum(" + constant(zeros) + ", " + constant(signs) + ", " + name(i.left) + ")";
   }
 
   [[nodiscard]] std::string within(const Instruction& i, const std::string& result) const {
@@ -70,7 +91,7 @@ private:
   [[nodiscard]] std::string lanes(const Instruction& i) const {
     std::string text;
     for (int lane = 0; lane < code_.lanes; ++lane) {
-      text += (lane == 0 ? "" : ", ") + std::to_string(i.lanes[static_cast<std::size_t>(lane)]);
+      text += (lane == 0 ? "" : ", ") + std::to_string(number::at(i.lanes, lane));
     }
     return text;
   }
@@ -79,7 +100,7 @@ private:
     const Precision precision = code_.sampleBits == 64 || i.isDouble ? Precision::twofold : Precision::single;
     std::string text;
     for (int lane = 0; lane < code_.lanes; ++lane) {
-      text += (lane == 0 ? "" : ", ") + literal(i.factors[static_cast<std::size_t>(lane)], precision);
+      text += (lane == 0 ? "" : ", ") + literal(number::at(i.factors, lane), precision);
     }
     return type(i) + "{" + text + "}";
   }
