@@ -5,7 +5,8 @@
 //   tfmgen-generator real DIRECTORY COUNT [LEVEL]        the same with files real_0.cpp, ...
 //   tfmgen-generator --counts                  name,multiplications,additions,shuffles,rotations, a line a kernel
 //   tfmgen-generator --errors                  what is known of the rounding error, a line a routine: error/table.hpp
-//   tfmgen-generator --packing                 name,level,lanes,operations,moves,longest path in cycles, a line a kernel
+//   tfmgen-generator --packing                 name,level,lanes,operations,moves,longest path in cycles, a line a
+//   kernel
 //                                              that is packed; odd lengths in format Pack stand for Perm
 //
 // LEVEL is x86-64-v3 or x86-64-v4; without it kernels are for the baseline, which --counts and --errors describe.

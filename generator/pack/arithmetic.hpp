@@ -9,8 +9,8 @@ namespace tfmgen::pack {
 
 // How the terms at one position of the sums differ from lane to lane.
 struct TermShape {
-  bool isMissing = false;    // in some lane
-  bool hasFactor = false;    // other than +-1, or the sum before it changes its sign
+  bool isMissing = false; // in some lane
+  bool hasFactor = false; // other than +-1, or the sum before it changes its sign
   bool hasPlus = false;
   bool hasMinus = false;
 };
@@ -18,7 +18,7 @@ struct TermShape {
 struct VectorShape {
   int usedLanes = 0;
   int termCount = 0;
-  std::array<TermShape, kMaximumTerms> terms;  // as many as there are
+  std::array<TermShape, kMaximumTerms> terms; // as many as there are
   std::array<Pattern, kMaximumTerms> operands;
   bool isDouble = false; // of 32-bit samples: converted on the way in and out
   bool isScaled = false;

@@ -42,7 +42,7 @@ struct Operand {
   std::array<double, kMaximumLanes> factors{};
   std::array<double, kMaximumLanes> signsBefore{}; // of the sum so far
   LaneSet present = 0;
-  bool isUnit = true;  // factors are +-1
+  bool isUnit = true; // factors are +-1
   bool hasPlus = false;
   bool hasMinus = false;
   bool negatesSum = false;
@@ -299,7 +299,10 @@ private:
       level = std::max(level, std::ranges::find(held_, registers.back(), &Held::instruction)->level);
     }
     const auto multiply = [&](int left, const std::array<double, kMaximumLanes>& factors) {
-      return emit({.action = Action::multiply, .isDouble = isDouble, .left = left, .affected = orAll(used, used),
+      return emit({.action = Action::multiply,
+                   .isDouble = isDouble,
+                   .left = left,
+                   .affected = orAll(used, used),
                    .factors = factors});
     };
     int sum = registers[0];
@@ -311,7 +314,10 @@ private:
       if (o.negatesSum) {
         sum = multiply(sum, o.signsBefore);
       }
-      Instruction step{.action = Action::add, .isDouble = isDouble, .left = sum, .right = registers[k],
+      Instruction step{.action = Action::add,
+                       .isDouble = isDouble,
+                       .left = sum,
+                       .right = registers[k],
                        .affected = orAll(o.present, used)};
       if (o.isUnit ? o.hasPlus && o.hasMinus : shape.fusesProducts) {
         step.action = Action::fusedSum;

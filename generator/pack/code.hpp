@@ -11,18 +11,18 @@ namespace tfmgen::pack {
 using LaneSet = unsigned; // bit i: lane i
 
 enum class Action {
-  load,       // elements from `element` on, in the lanes of `affected`
-  move,       // lanes of left and right, by `lanes`
-  widen,      // floats to doubles
-  narrow,     // doubles to floats
-  multiply,   // left * factors
-  add,        // left + right
-  subtract,   // left - right
-  fusedSum,   // left + factors * right, rounded once
-  scale,      // left * the scale of the call
-  negate,     // 0 - left
-  clear,      // zero
-  store,      // left to elements from `element` on, in the lanes of `affected`
+  load,     // elements from `element` on, in the lanes of `affected`
+  move,     // lanes of left and right, by `lanes`
+  widen,    // floats to doubles
+  narrow,   // doubles to floats
+  multiply, // left * factors
+  add,      // left + right
+  subtract, // left - right
+  fusedSum, // left + factors * right, rounded once
+  scale,    // left * the scale of the call
+  negate,   // 0 - left
+  clear,    // zero
+  store,    // left to elements from `element` on, in the lanes of `affected`
 };
 
 // Arithmetic takes place in the affected lanes; the others keep what left has.

@@ -40,7 +40,8 @@ PatternTable::Entry& PatternTable::entry(PatternKey key) {
 }
 
 void PatternTable::rebuild() {
-  const auto inUse = static_cast<std::size_t>(std::ranges::count_if(entries_, [](const Entry& e) { return e.uses > 0; }));
+  const auto inUse =
+      static_cast<std::size_t>(std::ranges::count_if(entries_, [](const Entry& e) { return e.uses > 0; }));
   std::vector<Entry> old(inUse * 4 > entries_.size() ? 2 * entries_.size() : entries_.size());
   std::swap(old, entries_);
   taken_ = 0;

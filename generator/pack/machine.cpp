@@ -12,19 +12,19 @@ Machine fourNumbers(Level level, int sampleBits) {
   m.lanes = 4;
   const bool isV4 = level == Level::v4;
   if (sampleBits == 32) {
-    m.together = isV4 ? Times{33, 26, -59, 42} : Times{35, 34, -37, 38};
-    m.awaited = isV4 ? Times{34, 1, 24, 75} : Times{33, 22, 33, 60};
+    m.together = isV4 ? Times{33, 26, -59, 42} : Times{31, 39, -40, 42};
+    m.awaited = isV4 ? Times{34, 1, 24, 75} : Times{36, 15, 81, 60};
     m.scalarOperation = 46;
   } else {
-    m.together = isV4 ? Times{25, 22, -9, 52} : Times{27, 42, 15, 36};
-    m.awaited = isV4 ? Times{30, -2, 47, 95} : Times{33, 22, 70, 67};
+    m.together = isV4 ? Times{25, 22, -9, 52} : Times{26, 25, 139, 47};
+    m.awaited = isV4 ? Times{30, -2, 47, 95} : Times{42, 0, 195, 66};
     m.scalarOperation = 35;
   }
   return m;
 }
 
-// Complex numbers: four to a register of 512 bits at v4, two to one of 256 bits at v3, where any move is one instruction
-// that takes whole halves.
+// Complex numbers: four to a register of 512 bits at v4, two to one of 256 bits at v3, where any move is one
+// instruction that takes whole halves.
 Machine complexNumbers(Level level) {
   Machine m{};
   if (level == Level::v4) {
@@ -37,8 +37,8 @@ Machine complexNumbers(Level level) {
     m.costs.merge = 100;
     m.costs.blend = 70;
     m.latencies.move = 3;
-    m.together = {38, 23, 15, 35};
-    m.awaited = {35, 10, 30, 90};
+    m.together = {48, 15, 5, 0};
+    m.awaited = {55, 3, 5, 5};
   }
   m.scalarOperation = 33;
   return m;

@@ -29,8 +29,8 @@ struct Latencies {
   int pairMove = 2; // blends too
 };
 
-// How long calls take, in hundredths of a cycle for each thing of a packed kernel and for each operation of a scalar one:
-// least squares over what was measured. A call that waits for the result of the one before waits for the path.
+// How long a call takes, in hundredths of a cycle for each thing of a packed kernel, and for each cycle of its longest
+// path: least squares over what was measured on one processor.
 struct Times {
   int operation;
   int move;
@@ -42,9 +42,9 @@ struct Machine {
   int lanes = 4; // units in a vector
   Costs costs;
   Latencies latencies;
-  Times together; // calls one after the other
-  Times awaited;  // each reads what the last one wrote
-  int scalarOperation; // of the default library's kernel
+  Times together;      // calls one after the other
+  Times awaited;       // each reads what the last one wrote
+  int scalarOperation; // of the kernel of the default library, in hundredths of a cycle
 };
 
 // For samples of so many bits, and units of one number or of a complex number's two parts.

@@ -74,8 +74,8 @@ MoveCost moveCost(const Pattern& pattern, const Program& program, const Packing&
     const Place place = packing.places[value];
     origins.isInPlace = origins.isInPlace && place.lane == lane;
     int& ofParity = pairRegisters[static_cast<std::size_t>(lane % 2)];
-    origins.keepsPairs = origins.keepsPairs && place.lane / 2 == lane / 2 &&
-                         (ofParity == kEmpty || ofParity == place.vector);
+    origins.keepsPairs =
+        origins.keepsPairs && place.lane / 2 == lane / 2 && (ofParity == kEmpty || ofParity == place.vector);
     ofParity = place.vector;
     const auto known = std::span(out.registers).first(static_cast<std::size_t>(out.registerCount));
     if (std::ranges::find(known, place.vector) == known.end()) {
@@ -83,8 +83,8 @@ MoveCost moveCost(const Pattern& pattern, const Program& program, const Packing&
     }
   }
   if (elementCount > 0) {
-    out.windowCount = windows(std::span(elements).first(static_cast<std::size_t>(elementCount)), packing.lanes,
-                              program.sourceLength);
+    out.windowCount =
+        windows(std::span(elements).first(static_cast<std::size_t>(elementCount)), packing.lanes, program.sourceLength);
   }
   const int sources = out.registerCount + out.windowCount;
   if (sources == 0) {

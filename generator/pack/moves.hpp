@@ -35,7 +35,7 @@ PatternKey keyOf(const Pattern& pattern, int lanes);
 
 struct MoveCost {
   int cost = 0;
-  int latency = 0;                                // behind the last register
+  int latency = 0;       // behind the last register
   int windowCount = 0;   // vectors of adjacent elements that are loaded
   int registerCount = 0; // results of vectors that are needed
   std::array<std::int16_t, kMaximumLanes> registers;

@@ -19,8 +19,8 @@ struct Packed {
 // one after the other, and also where each waits for the last one.
 bool isFaster(const Machine& machine, const CodeCounts& counts, int longestPath, const Program& program);
 
-// Packs programs that differ in their accesses to memory only, or in signs, as the formats of a spectrum do: the first one
-// is searched for from the start, the others from its packing.
+// Packs programs that differ in their accesses to memory only, or in signs, as the formats of a spectrum do: the first
+// one is searched for from the start, the others from its packing.
 class Packer {
 public:
   explicit Packer(const Machine& machine) : machine_(machine) {}

@@ -53,7 +53,8 @@ void Packing::put(int value, Place place) {
 
 bool isCommutative(const Program& program, int value) {
   const Operation& operation = program.operation(value);
-  const bool hasProductAtEnd = program.sampleBits == 32 && !operation.isDouble && std::abs(operation.terms.back().factor) != 1;
+  const bool hasProductAtEnd =
+      program.sampleBits == 32 && !operation.isDouble && std::abs(operation.terms.back().factor) != 1;
   return operation.terms.size() == 2 && !operation.terms[1].negatesSum && !hasProductAtEnd;
 }
 

@@ -31,10 +31,10 @@ struct Vector {
 struct Dependences {
   explicit Dependences(const Program& program);
 
-  Indexed<Indexed<int>> users;    // operations, each once
-  Indexed<Indexed<int>> outputs;  // elements of the destination
-  Indexed<int> depth;             // the earliest level; loads have -1
-  Indexed<int> twin;              // another operation on the same operands, kEmpty where there is none
+  Indexed<Indexed<int>> users;   // operations, each once
+  Indexed<Indexed<int>> outputs; // elements of the destination
+  Indexed<int> depth;            // the earliest level; loads have -1
+  Indexed<int> twin;             // another operation on the same operands, kEmpty where there is none
   int levels = 0;
 };
 
@@ -50,7 +50,7 @@ struct Packing {
 
   int lanes;
   Indexed<Vector> vectors;
-  Indexed<Place> places;    // by value; loads have none
+  Indexed<Place> places;     // by value; loads have none
   Indexed<char> isExchanged; // by value: the two terms of its sum stand in the other order
 };
 

@@ -52,9 +52,7 @@ public:
   }
 
 private:
-  int append(Operation operation) {
-    return program_.loads.size() + program_.operations.push(std::move(operation));
-  }
+  int append(Operation operation) { return program_.loads.size() + program_.operations.push(std::move(operation)); }
 
   void output(Ref result, int element, bool scalesInDouble) {
     const Ref value = graph_.node(result).left;
@@ -97,9 +95,7 @@ private:
   }
 
   // A value, or the product of one.
-  [[nodiscard]] bool isTerm(Ref r) const {
-    return valueOf_[r.node()] != kNone || graph_.node(r).op == Op::multiply;
-  }
+  [[nodiscard]] bool isTerm(Ref r) const { return valueOf_[r.node()] != kNone || graph_.node(r).op == Op::multiply; }
 
   [[nodiscard]] Term term(Ref r) const {
     const int value = valueOf_[r.node()];

@@ -73,14 +73,14 @@ int scalarOperations(const Program& program);
 
 // Whether the operation is as exact in float: its one factor is a power of two no smaller than 2^-29.
 //
-// The rule has a double product and a double sum, rounded to float. Let p = 24 and P = 53 be the precisions. The product
-// by 2^-k only moves the exponent of a float, so in double it is exact. The double sum of two numbers of precision p is
-// rounded to P >= 2p + 2 bits and then to p, which gives what one rounding to p gives (Figueroa, "When is double rounding
-// innocuous?", 1995) as long as the result is a normal float. Below 2^-126 a float has fewer bits, but there the sum is
-// a multiple of 2^(-149-k) less than 2^-126, which has at most 23 + k <= 52 bits: the double sum is exact. So the one
-// rounding of a fused float operation gives the same float. The signs of zeros follow from the exact sum in both cases,
-// and the product must not be rounded to float before, where it could lose bits of a denormal. A factor of 2 or more is
-// no such case with a sum: its float product may overflow where the fused one does not.
+// The rule has a double product and a double sum, rounded to float. Let p = 24 and P = 53 be the precisions. The
+// product by 2^-k only moves the exponent of a float, so in double it is exact. The double sum of two numbers of
+// precision p is rounded to P >= 2p + 2 bits and then to p, which gives what one rounding to p gives (Figueroa, "When
+// is double rounding innocuous?", 1995) as long as the result is a normal float. Below 2^-126 a float has fewer bits,
+// but there the sum is a multiple of 2^(-149-k) less than 2^-126, which has at most 23 + k <= 52 bits: the double sum
+// is exact. So the one rounding of a fused float operation gives the same float. The signs of zeros follow from the
+// exact sum in both cases, and the product must not be rounded to float before, where it could lose bits of a denormal.
+// A factor of 2 or more is no such case with a sum: its float product may overflow where the fused one does not.
 bool isExactInFloat(const Operation& operation);
 
 } // namespace tfmgen::pack

@@ -78,8 +78,7 @@ public:
         cost_(program, dependences, packing, machine), ofLevel_(dependences.levels),
         loadOf_(program.sourceLength + packing.lanes, kEmpty),
         outputs_(program.destinationLength + packing.lanes, kEmpty), vectors_(packing.vectors.size()),
-        stores_((program.destinationLength + packing.lanes - 1) / packing.lanes),
-        seen_(program.valueCount()) {
+        stores_((program.destinationLength + packing.lanes - 1) / packing.lanes), seen_(program.valueCount()) {
     for (int value = 0; value < program.loads.size(); ++value) {
       loadOf_[program.loads[value]] = value;
     }
@@ -146,7 +145,8 @@ private:
     apply();
     cost_.count(vectors_.items(), stores_.items());
     // ln 2 = 710 / 1024
-    const auto bearable = static_cast<int>(static_cast<std::int64_t>(temperature) * dice_.exponential() / 1024 * 710 >> 20);
+    const auto bearable =
+        static_cast<int>(static_cast<std::int64_t>(temperature) * dice_.exponential() / 1024 * 710 >> 20);
     const int rise = cost_.work() - before;
     if (rise <= bearable + kMostFromPath) {
       const int path = cost_.path(firstLevel());
@@ -259,9 +259,9 @@ private:
       if (twinTo.vector != to.vector && at(twinTo) == kEmpty) {
         addExchange(packing_.places[twin], twinTo);
       }
-    } else if (const int otherTwin = dependences_.twin[other];
-               otherTwin != kEmpty && twin != other && otherTwin != value && twin != otherTwin &&
-               levelOf(otherTwin) == level) {
+    } else if (const int otherTwin = dependences_.twin[other]; otherTwin != kEmpty && twin != other &&
+                                                               otherTwin != value && twin != otherTwin &&
+                                                               levelOf(otherTwin) == level) {
       addExchange(packing_.places[twin], packing_.places[otherTwin]);
     }
   }

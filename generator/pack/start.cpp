@@ -19,8 +19,8 @@ struct Kind {
 
 Kind kindOf(const Operation& operation) {
   const bool hasFactor = std::ranges::any_of(operation.terms, [](const Term& t) { return std::abs(t.factor) != 1; });
-  const bool isDifference = operation.terms.size() == 2 && !hasFactor &&
-                            operation.terms[0].factor * operation.terms[1].factor < 0;
+  const bool isDifference =
+      operation.terms.size() == 2 && !hasFactor && operation.terms[0].factor * operation.terms[1].factor < 0;
   return {operation.isDouble, operation.terms.size(), hasFactor, isDifference};
 }
 

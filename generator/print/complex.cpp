@@ -88,7 +88,8 @@ Piece complexPiece(const ComplexKernel& k) {
        << runText(k) << "};\n\n"
        << "} // namespace\n} // namespace tfmgen\n\n"
        << "TfmStatus tfmg" << name << "(const " << sample << "* pSrc, " << sample << "* pDst, int32_t flag) {\n"
-       << "  return tfmgen::" << entryBody(k.packed ? Bodies::one : k.bodies) << "<tfmgen::" << name << ">(pSrc, pDst, flag);\n}\n";
+       << "  return tfmgen::" << entryBody(k.packed ? Bodies::one : k.bodies) << "<tfmgen::" << name
+       << ">(pSrc, pDst, flag);\n}\n";
   return {text.str(), c.multiplications + c.additions + c.shuffles + c.rotations};
 }
 

@@ -67,8 +67,9 @@ private:
   // A product by one leaves the other lanes as they are.
   [[nodiscard]] std::string scale(const Instruction& i) const {
     const std::string all = "broadcast<" + type(i) + ">(s)";
-    return i.affected == all_ ? all
-                              : "select<" + std::to_string(i.affected) + ">(broadcast<" + type(i) + ">(1), " + all + ")";
+    return i.affected == all_
+               ? all
+               : "select<" + std::to_string(i.affected) + ">(broadcast<" + type(i) + ">(1), " + all + ")";
   }
 
   // 0 - x, which is +0 for both zeros, beside lanes that stay: there -0 + x is x, for both zeros too.
@@ -85,7 +86,8 @@ private:
   }
 
   [[nodiscard]] std::string within(const Instruction& i, const std::string& result) const {
-    return i.affected == all_ ? result : "select<" + std::to_string(i.affected) + ">(" + name(i.left) + ", " + result + ")";
+    return i.affected == all_ ? result
+                              : "select<" + std::to_string(i.affected) + ">(" + name(i.left) + ", " + result + ")";
   }
 
   [[nodiscard]] std::string lanes(const Instruction& i) const {

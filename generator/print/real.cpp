@@ -41,8 +41,8 @@ std::string spectrum(lower::Format format, int length) {
 
 std::string specialised(const std::string& kernel, const std::string& sample, const std::string& spectrum,
                         const std::string& statements) {
-  return "template <>\nTFMGEN_INLINE inline void " + kernel + "::run<" + sample + ", " + spectrum + ">(const " + sample +
-         "* x, " + sample + "* y, " + sample + " s) {\n" + statements + "}\n";
+  return "template <>\nTFMGEN_INLINE inline void " + kernel + "::run<" + sample + ", " + spectrum + ">(const " +
+         sample + "* x, " + sample + "* y, " + sample + " s) {\n" + statements + "}\n";
 }
 
 std::string packedText(const std::string& kernel, int length, const PackedEntry& entry) {

@@ -14,16 +14,15 @@ namespace tfmgen {
 // The lanes of a, but of b where `lanes` has a bit.
 template <unsigned lanes, class V>
 TFMGEN_INLINE inline V select(V a, V b) {
-  return withIndices<kLanesOf<V>>([&](auto... i) TFMGEN_INLINE {
-    return shuffle<((lanes >> i & 1U) != 0 ? kLanesOf<V> + i : int{i})...>(a, b);
-  });
+  return withIndices<kLanesOf<V>>(
+      [&](auto... i) TFMGEN_INLINE { return shuffle<((lanes >> i & 1U) != 0 ? kLanesOf<V> + i : int{i})...>(a, b); });
 }
 
 // All bits in the lanes of `lanes`.
 template <class V, unsigned lanes>
 TFMGEN_INLINE inline Bits<V> laneMask() {
-  return withIndices<kLanesOf<V>>(
-      [](auto... i) TFMGEN_INLINE { return Bits<V>{((lanes >> i & 1U) != 0 ? -1 : 0)...}; });
+  return withIndices<kLanesOf<V>>([](auto... i)
+                                      TFMGEN_INLINE { return Bits<V>{((lanes >> i & 1U) != 0 ? -1 : 0)...}; });
 }
 
 // The elements of `lanes`, at any address; the others are not touched.

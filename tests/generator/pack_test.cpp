@@ -40,8 +40,9 @@ double product(double a, double b, int bits) {
 }
 
 double fused(double a, double factor, double b, int bits) {
-  return bits == 32 ? static_cast<double>(std::fma(static_cast<float>(factor), static_cast<float>(b), static_cast<float>(a)))
-                    : std::fma(factor, b, a);
+  return bits == 32
+             ? static_cast<double>(std::fma(static_cast<float>(factor), static_cast<float>(b), static_cast<float>(a)))
+             : std::fma(factor, b, a);
 }
 
 // Zeros of both signs, denormals, small whole numbers and numbers of all sizes.
@@ -55,7 +56,8 @@ double hardNumber(test::Random& random, int bits) {
     return static_cast<double>(word >> 8U & 7U) - 3;
   }
   if (kind < 6) { // few bits above the smallest denormal
-    return std::ldexp(static_cast<double>(word >> 8U & 63U) - 31, (bits == 32 ? -149 : -1074) + static_cast<int>(word >> 16U & 3U));
+    return std::ldexp(static_cast<double>(word >> 8U & 63U) - 31,
+                      (bits == 32 ? -149 : -1074) + static_cast<int>(word >> 16U & 3U));
   }
   return rounded(random.real<double>(test::Spread::wide), bits);
 }
@@ -273,7 +275,8 @@ TEST(GeneratorPack, PowersOfTwoFuseExactly) {
     ASSERT_TRUE(isExactInFloat({{{1, 0}, {-factor, 1}}}));
     for (std::size_t i = 0; i < numbers.size(); ++i) {
       const float a = numbers[i];
-      for (const float b : {numbers[numbers.size() - 1 - i], static_cast<float>(a / factor), numbers[i * 7 % numbers.size()]}) {
+      for (const float b :
+           {numbers[numbers.size() - 1 - i], static_cast<float>(a / factor), numbers[i * 7 % numbers.size()]}) {
         if (!std::isfinite(b)) {
           continue;
         }
