@@ -60,8 +60,8 @@ private:
     int afterwards = 0;
   };
 
-  Entry measure(int vector) const;
-  Entry measureStore(int store) const;
+  [[nodiscard]] Entry measure(int vector) const;
+  [[nodiscard]] Entry measureStore(int store) const;
   void add(const Entry& entry);
   void remove(const Entry& entry);
   [[nodiscard]] int arrival(const MoveCost& move) const;

@@ -21,13 +21,11 @@ public:
     items_.push_back(std::move(item));
     return size() - 1;
   }
-  void clear() { items_.clear(); }
-  void resize(int size) { items_.resize(static_cast<std::size_t>(size)); }
 
   auto begin() { return items_.begin(); }
   auto end() { return items_.end(); }
-  auto begin() const { return items_.begin(); }
-  auto end() const { return items_.end(); }
+  [[nodiscard]] auto begin() const { return items_.begin(); }
+  [[nodiscard]] auto end() const { return items_.end(); }
 
 private:
   std::vector<T> items_;

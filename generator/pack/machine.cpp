@@ -18,7 +18,7 @@ Machine fourNumbers(Level level, int sampleBits) {
   } else {
     m.together = isV4 ? Times{25, 22, -9, 52} : Times{26, 25, 139, 47};
     m.awaited = isV4 ? Times{30, -2, 47, 95} : Times{42, 0, 195, 66};
-    m.scalarOperation = 35;
+    m.scalarOperation = 32;
   }
   return m;
 }
@@ -31,6 +31,7 @@ Machine complexNumbers(Level level) {
     m.lanes = 4;
     m.together = {6, 51, -49, 53};
     m.awaited = {35, -3, 44, 100};
+    m.scalarOperation = 36;
   } else {
     m.lanes = 2;
     m.costs.permutation = 100;
@@ -39,8 +40,8 @@ Machine complexNumbers(Level level) {
     m.latencies.move = 3;
     m.together = {48, 15, 5, 0};
     m.awaited = {55, 3, 5, 5};
+    m.scalarOperation = 33;
   }
-  m.scalarOperation = 33;
   return m;
 }
 

@@ -31,9 +31,9 @@ public:
   // bears at temperature 1/ln 2.
   int exponential() {
     const auto u = static_cast<std::uint32_t>(words_() >> 32U) | 1U;
-    const auto exponent = static_cast<int>(std::bit_width(u)) - 1;
-    const auto fraction = static_cast<int>((std::uint64_t{u} << 10U >> static_cast<unsigned>(exponent)) - 1024);
-    return (32 - exponent) * 1024 - fraction;
+    const int zeros = std::countl_zero(u);
+    const auto fraction = static_cast<int>(u << static_cast<unsigned>(zeros) >> 21U) - 1024;
+    return (zeros + 1) * 1024 - fraction;
   }
 
 private:
