@@ -7,6 +7,8 @@
 //                                              kernels for batches of frames, for a machine of so many registers
 //   tfmgen-generator --counts                  name,multiplications,additions,shuffles,rotations, a line a kernel
 //   tfmgen-generator --errors                  what is known of the rounding error, a line a routine: error/table.hpp
+//   tfmgen-generator --packing                 name,level,lanes,operations,moves,longest path in cycles, a line a
+//                                              kernel that is packed; odd lengths in format Pack stand for Perm
 //
 // LEVEL is x86-64-v3 or x86-64-v4; without it kernels are for the baseline, which --counts and --errors describe.
 #ifdef TFMGEN_WITH_ERRORS
@@ -17,6 +19,7 @@
 #include "lower/complex64.hpp"
 #include "lower/per_lane.hpp"
 #include "lower/real.hpp"
+#include "pack/packed.hpp"
 #include "plan/complex32.hpp"
 #include "plan/complex64.hpp"
 #include "plan/real.hpp"
@@ -98,6 +101,24 @@ std::vector<print::ComplexKernel> complexKernels(const MakeComplex& make) {
   return kernels;
 }
 
+// The 64-bit complex kernels of a level, packed where that is faster. Those of both directions differ in signs only.
+std::vector<print::ComplexKernel> packedComplex64(Level level) {
+  std::vector<print::ComplexKernel> kernels = complexKernels(complex64Kernel);
+  if (level == Level::baseline) {
+    return kernels;
+  }
+  std::map<int, pack::Packer> packers;
+  for (print::ComplexKernel& k : kernels) {
+    const pack::Program program = pack::program(std::get<lower::Kernel>(k.kernel), k.length);
+    const auto packer = packers.try_emplace(k.length, pack::machine(level, 64, program.numbersInUnit)).first;
+    pack::Packed packed = packer->second.pack(program);
+    if (packed.isFaster) {
+      k.packed = std::move(packed);
+    }
+  }
+  return kernels;
+}
+
 void writeComplex(const std::string& name, const MakeComplex& make, const std::string& directory, std::size_t count) {
   std::vector<print::Piece> pieces;
   for (const print::ComplexKernel& k : complexKernels(make)) {
@@ -111,8 +132,12 @@ void writeComplex32(const std::string& directory, std::size_t count, Level level
   writeComplex("complex32", make, directory, count);
 }
 
-void writeComplex64(const std::string& directory, std::size_t count, Level /*level*/) {
-  writeComplex("complex64", complex64Kernel, directory, count);
+void writeComplex64(const std::string& directory, std::size_t count, Level level) {
+  std::vector<print::Piece> pieces;
+  for (const print::ComplexKernel& k : packedComplex64(level)) {
+    pieces.push_back(print::complexPiece(k));
+  }
+  print::writeFiles(directory, "complex64", count, print::complexPreamble(), pieces);
 }
 
 struct RealKernel {
@@ -136,10 +161,34 @@ std::vector<RealKernel> realKernels() {
   return kernels;
 }
 
-void writeReal(const std::string& directory, std::size_t count, Level /*level*/) {
+std::vector<lower::Format> formats(lower::Transform transform, int length) {
+  using enum lower::Format;
+  if (transform == lower::Transform::hartley) {
+    return {plain};
+  }
+  return length % 2 != 0 ? std::vector{ccs, pack} : std::vector{ccs, pack, perm};
+}
+
+// The entries of a real kernel that are packed at a level because that is faster.
+std::vector<print::PackedEntry> packedEntries(const RealKernel& k, Level level) {
+  std::vector<print::PackedEntry> entries;
+  for (const int sampleBits : {32, 64}) {
+    pack::Packer packer(pack::machine(level, sampleBits, 1));
+    for (const lower::Format format : formats(k.transform, k.length)) {
+      pack::Packed packed = packer.pack(pack::program(k.kernel, k.transform, format, k.length, sampleBits));
+      if (packed.isFaster) {
+        entries.push_back({format, sampleBits, std::move(packed)});
+      }
+    }
+  }
+  return entries;
+}
+
+void writeReal(const std::string& directory, std::size_t count, Level level) {
   std::vector<print::Piece> pieces;
   for (const RealKernel& k : realKernels()) {
-    pieces.push_back(print::realPiece(k.kernel, k.transform, k.length, k.plan));
+    const auto packed = level == Level::baseline ? std::vector<print::PackedEntry>{} : packedEntries(k, level);
+    pieces.push_back(print::realPiece(k.kernel, k.transform, k.length, k.plan, packed));
   }
   print::writeFiles(directory, "real", count, print::realPreamble(), pieces);
 }
@@ -224,7 +273,32 @@ void printErrors() {
 #endif
 }
 
+void printPacking(const std::string& name, const std::string& level, const pack::Packed& packed) {
+  const pack::CodeCounts counts = pack::count(packed.code);
+  std::cout << name << ',' << level << ',' << packed.lanes << ',' << counts.operations << ',' << counts.moves << ','
+            << packed.longestPath << '\n';
+}
+
+void printPacking() {
+  for (const auto& [name, level] : kLevels) {
+    for (const print::ComplexKernel& k : packedComplex64(level)) {
+      if (k.packed) {
+        printPacking(print::kernelName(k), name, *k.packed);
+      }
+    }
+    for (const RealKernel& k : realKernels()) {
+      for (const print::PackedEntry& entry : packedEntries(k, level)) {
+        printPacking(print::entryName(k.transform, entry.format, k.length, entry.sampleBits), name, entry.packed);
+      }
+    }
+  }
+}
+
 int run(const std::vector<std::string>& arguments) {
+  if (arguments.size() == 1 && arguments[0] == "--packing") {
+    printPacking();
+    return 0;
+  }
   if (arguments.size() == 1 && arguments[0] == "--counts") {
     printCounts();
     return 0;
@@ -248,7 +322,7 @@ int run(const std::vector<std::string>& arguments) {
     batches.at(arguments[0])({arguments[1], std::stoul(arguments[2]), std::stoi(arguments[3])});
     return 0;
   }
-  std::cerr << "usage: tfmgen-generator FAMILY DIRECTORY COUNT [LEVEL | REGISTERS] | --counts | --errors\n";
+  std::cerr << "usage: tfmgen-generator FAMILY DIRECTORY COUNT [LEVEL | REGISTERS] | --counts | --errors | --packing\n";
   return 2;
 }
 

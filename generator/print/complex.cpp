@@ -1,6 +1,7 @@
 #include "complex.hpp"
 
 #include "elements.hpp"
+#include "packed.hpp"
 #include "scalars.hpp"
 #include "vectors.hpp"
 
@@ -25,7 +26,11 @@ VectorType vectorType(const ComplexKernel& k) {
 // The function `run` of a kernel.
 std::string runText(const ComplexKernel& k) {
   std::ostringstream text;
-  if (const auto* vectors = std::get_if<lower::Kernel>(&k.kernel)) {
+  if (k.packed) {
+    text << "  // " << packedSummary(*k.packed) << '\n'
+         << "  TFMGEN_INLINE static void run(const Tfm64f* x, Tfm64f* y, Tfm64f s) {\n"
+         << packedStatements(k.packed->code);
+  } else if (const auto* vectors = std::get_if<lower::Kernel>(&k.kernel)) {
     const char* real = k.sampleBits == 32 ? "Tfm32f" : "Tfm64f";
     text << "  template <class Access>\n"
          << "  TFMGEN_INLINE static void run(const " << real << "* x, " << real << "* y, V s) {\n"
@@ -83,13 +88,15 @@ Piece complexPiece(const ComplexKernel& k) {
        << runText(k) << "};\n\n"
        << "} // namespace\n} // namespace tfmgen\n\n"
        << "TfmStatus tfmg" << name << "(const " << sample << "* pSrc, " << sample << "* pDst, int32_t flag) {\n"
-       << "  return tfmgen::" << entryBody(k.bodies) << "<tfmgen::" << name << ">(pSrc, pDst, flag);\n}\n";
+       << "  return tfmgen::" << entryBody(k.packed ? Bodies::one : k.bodies) << "<tfmgen::" << name
+       << ">(pSrc, pDst, flag);\n}\n";
   return {text.str(), c.multiplications + c.additions + c.shuffles + c.rotations};
 }
 
 std::string complexPreamble() {
   return "// Made by tfmgen-generator from the plans of complex transforms; changes belong there.\n"
-         "#include \"dft_complex/bodies.hpp\"\n";
+         "#include \"dft_complex/bodies.hpp\"\n"
+         "#include \"kernel/packed.hpp\"\n";
 }
 
 } // namespace tfmgen::print

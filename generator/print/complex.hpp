@@ -4,9 +4,11 @@
 #include "files.hpp"
 #include "lower/kernel.hpp"
 #include "lower/real.hpp"
+#include "pack/packed.hpp"
 #include "transform/root_sign.hpp"
 #include "wide/program.hpp"
 
+#include <optional>
 #include <string>
 #include <variant>
 
@@ -30,6 +32,7 @@ struct ComplexKernel {
   int sampleBits; // of a real number
   std::string plan;
   Bodies bodies;
+  std::optional<pack::Packed> packed = std::nullopt; // what stands in its place
 };
 
 // DFTFwd_CToC_15_64fc
