@@ -148,13 +148,16 @@ concept NeedsNoBuffer = Length <= 128;
 
 namespace detail {
 
-template <Signal R>
-constexpr std::size_t spectrumExtent(Format format, std::size_t length) {
-  if (length == std::dynamic_extent) {
-    return length;
-  }
+/** Elements of a half spectrum of `length` samples in an array of type R. */
+template <Signal R, Format format>
+constexpr std::size_t spectrumElements(std::size_t length) noexcept {
   return spectrumLength(format, length) / (Complex<SampleOf<R>> ? 2 : 1);
 }
+
+/** The same where the length may be left open. */
+template <Signal R, Format format, std::size_t Length>
+inline constexpr std::size_t spectrumExtent = Length == std::dynamic_extent ? Length
+                                                                            : spectrumElements<R, format>(Length);
 
 } // namespace detail
 
@@ -165,9 +168,7 @@ concept SpectrumOf = Signal<R> &&
 
 /** A half spectrum of `Length` samples has its length by its type; std::dynamic_extent leaves it open. */
 template <class R, Format format, std::size_t Length>
-concept HasSpectrumLength = Signal<R> && HasLength < R,
-        detail::spectrumExtent<R>(format, Length)
-> ;
+concept HasSpectrumLength = Signal<R> && HasLength<R, detail::spectrumExtent<R, format, Length>>;
 
 /** Where the types of a half spectrum and of a signal tell their lengths, they fit. */
 template <class R, class S, Format format>
@@ -348,8 +349,8 @@ namespace detail {
 /** Whether the spectrum has the length that the signal wants. */
 template <Format format>
 constexpr bool fits(const Signal auto& samples, const Signal auto& spectrum) noexcept {
-  return std::ranges::size(spectrum) ==
-         spectrumExtent<std::remove_cvref_t<decltype(spectrum)>>(format, std::ranges::size(samples));
+  using Spectrum = std::remove_cvref_t<decltype(spectrum)>;
+  return std::ranges::size(spectrum) == spectrumElements<Spectrum, format>(std::ranges::size(samples));
 }
 
 } // namespace detail
@@ -415,13 +416,16 @@ void hartley(const In& in, Out&& out, Scale scale = Scale::none) {
  * length and type, for one call at a time. */
 class WalshHadamardBuffer {
 public:
+  /** Bytes: the most that any length takes. */
+  static constexpr std::size_t size = 73728;
+
   WalshHadamardBuffer() = default;
 
   [[nodiscard]] std::uint8_t* data() noexcept { return reinterpret_cast<std::uint8_t*>(block_.get()); }
 
 private:
   struct alignas(64) Block {
-    std::uint8_t bytes[73728]; // the most that any length takes
+    std::uint8_t bytes[size];
   };
   std::unique_ptr<Block> block_ = std::make_unique_for_overwrite<Block>();
 };
