@@ -16,8 +16,10 @@
 
 #include <stdint.h>
 
-#if defined(__GNUC__)
+#if defined(__GNUC__) && defined(__cpp_exceptions) /* C++ wants to hear that nothing is thrown */
 #define TFMGEN_API __attribute__((visibility("default"), nothrow))
+#elif defined(__GNUC__)
+#define TFMGEN_API __attribute__((visibility("default")))
 #else
 #define TFMGEN_API
 #endif
@@ -117,7 +119,7 @@ TFMGEN_API const TfmLibVersion* tfmgenGetLibVersion(void);
 
 /** @name Complex DFT, lengths 2 to 64
  *
- * tfmgDFTFwd_CToC_N_32fc(pSrc, pDst, flag), ..._64fc: for k = 0 .. N-1
+ * tfmgDFTFwd_CToC_N_32fc(pSrc, pDst, flag), ..._64fc: for k from 0 to N-1
  *
  *     pDst[k] = s * sum over n = 0 .. N-1 of pSrc[n] * exp(-2*pi*i*n*k/N)
  *
@@ -147,7 +149,7 @@ TFMGEN_DFT_FAMILY(DFTInv_CToC, 64fc, Tfm64fc)
 
 /** @name Real DFT, lengths 2 to 64
  *
- * The spectrum of N real samples is conjugate symmetric, X[N-k] = conj(X[k]), so only bins 0 .. N/2 are kept, as a flat
+ * The spectrum of N real samples is conjugate symmetric, X[N-k] = conj(X[k]), so only bins 0 to N/2 are kept, as a flat
  * array of reals in one of three formats. R(k) and I(k) are the parts of X[k]; I(0), and I(N/2) of even N, are zero.
  *
  *     format          elements       R(0)  0 < k < N/2: R(k), I(k)  R(N/2) of even N  zeros
@@ -207,7 +209,7 @@ TFMGEN_DFT_FAMILY(DFTInv_PermToR, 64f, Tfm64f)
 
 /** @name Hartley transform, lengths 2 to 64
  *
- * tfmgHartley_N_32f(pSrc, pDst, flag), ..._64f: for k = 0 .. N-1
+ * tfmgHartley_N_32f(pSrc, pDst, flag), ..._64f: for k from 0 to N-1
  *
  *     H[k] = s * sum over n = 0 .. N-1 of x[n] * (cos(2*pi*n*k/N) + sin(2*pi*n*k/N))
  *

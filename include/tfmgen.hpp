@@ -260,6 +260,10 @@ auto* arrayOf(T* samples) noexcept {
   return reinterpret_cast<std::conditional_t<std::is_const_v<T>, const Sample, Sample>*>(samples);
 }
 
+/** The real type of a sample. */
+template <class T>
+using RealOf = decltype(std::real(T{}));
+
 /** A length as the C interface takes it. 0, which no transform has, stands for arrays whose lengths do not fit and for
  * lengths beyond what the type holds: the status comes from the library. */
 constexpr std::int32_t lengthArgument(std::size_t length, bool fits) noexcept {
