@@ -1,9 +1,6 @@
 # Debian packages by CPack: cmake --workflow --preset package makes build/package/*.deb. The preset installs to /usr and
 # leaves RUNPATH out: the loader's own configuration finds packaged libraries.
-find_program(DPKG_GENSYMBOLS dpkg-gensymbols)
-if(NOT TFMGEN_INSTALL OR NOT DPKG_GENSYMBOLS)
-  return()
-endif()
+find_program(DPKG_GENSYMBOLS dpkg-gensymbols REQUIRED) # Debian: dpkg-dev
 
 set(TFMGEN_MAINTAINER
     "tfmgen maintainers <maintainers@tfmgen.org>"

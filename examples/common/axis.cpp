@@ -8,7 +8,7 @@ namespace {
 
 constexpr double kTick = 6;   // length of the mark
 constexpr double kLabel = 10; // from the plot to the values
-constexpr double kPixelsPerTick = 80;
+constexpr double kPixelsPerTick = 64;
 
 double stepOf(const Axis& axis, int count) {
   const double rough = std::abs(axis.last - axis.first) / count;
