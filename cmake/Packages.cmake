@@ -8,6 +8,7 @@ set(TFMGEN_MAINTAINER
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_CONTACT ${TFMGEN_MAINTAINER})
 set(CPACK_PACKAGE_VENDOR tfmgen)
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "short linear transforms of fixed length") # first line of every description
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
@@ -40,18 +41,17 @@ macro(tfmgen_package component package)
   set(CPACK_DEBIAN_${name}_FILE_NAME DEB-DEFAULT)
   set(CPACK_DEBIAN_${name}_PACKAGE_SECTION ${PACKAGE_SECTION})
   set(CPACK_DEBIAN_${name}_PACKAGE_DEPENDS ${PACKAGE_DEPENDS})
-  set(CPACK_DEBIAN_${name}_DESCRIPTION "${PACKAGE_SUMMARY}\n${PACKAGE_DESCRIPTION}")
+  set(CPACK_DEBIAN_${name}_DESCRIPTION "This is ${PACKAGE_SUMMARY}.\n.\n${PACKAGE_DESCRIPTION}")
   install(FILES ${packages}/changelog.gz DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/${package} COMPONENT ${component})
 endmacro()
 
 # tfmgen_library_package(<target> <component> SUMMARY <line> DESCRIPTION <text> [DEPENDS <dependencies>]): the package of
-# a library. `shlibs` and `symbols` tell packages of its users what to depend on, `triggers` has the loader's cache made
-# anew when the package comes and goes.
+# a library. `shlibs` and `symbols` tell packages of its users what to depend on. CPack adds scripts that run ldconfig when
+# the package comes and goes.
 macro(tfmgen_library_package target component)
   set(package lib${target}${PROJECT_VERSION_MAJOR})
   set(control ${packages}/${package})
   tfmgen_package(${component} ${package} SECTION libs ${ARGN})
-  file(WRITE ${control}/triggers "activate-noawait ldconfig\n")
   file(WRITE ${control}/shlibs "lib${target} ${PROJECT_VERSION_MAJOR} ${package} (>= ${PROJECT_VERSION})\n")
   add_custom_command(
     OUTPUT ${control}/symbols
@@ -60,17 +60,17 @@ macro(tfmgen_library_package target component)
     VERBATIM)
   list(APPEND package_files ${control}/symbols)
   set(CPACK_DEBIAN_${name}_PACKAGE_SHLIBDEPS ON)
-  set(CPACK_DEBIAN_${name}_PACKAGE_CONTROL_EXTRA ${control}/triggers ${control}/shlibs ${control}/symbols)
+  set(CPACK_DEBIAN_${name}_PACKAGE_CONTROL_EXTRA ${control}/shlibs ${control}/symbols)
 endmacro()
 
 set(same_version "(= ${PROJECT_VERSION})")
 tfmgen_library_package(
   tfmcore core
-  SUMMARY "memory for the tfm libraries"
+  SUMMARY "the memory of the libraries"
   DESCRIPTION "The functions by which the tfm libraries get and free memory. A program may\nsupply its own.")
 tfmgen_library_package(
   tfmgen tfmgen
-  SUMMARY "short linear transforms of fixed length"
+  SUMMARY "the library of single transforms"
   DEPENDS "libtfmcore6 (>= ${PROJECT_VERSION})"
   DESCRIPTION
   "Complex and real DFT and Hartley transform of every length from 2 to 64,\nWalsh-Hadamard transform of up to 8192 \
@@ -80,7 +80,7 @@ set(libraries "libtfmcore6 ${same_version}, libtfmgen6 ${same_version}")
 if(TARGET tfmbatch)
   tfmgen_library_package(
     tfmbatch batch
-    SUMMARY "many short linear transforms in one call"
+    SUMMARY "the library of many transforms in one call"
     DEPENDS "libtfmgen6 (>= ${PROJECT_VERSION})"
     DESCRIPTION
     "The transforms of libtfmgen on many frames at a time, with the same results,\nat the width of the processor's registers.")
@@ -89,14 +89,14 @@ endif()
 tfmgen_package(
   development tfmgen-dev
   SECTION libdevel
-  SUMMARY "short linear transforms of fixed length (development files)"
+  SUMMARY "what programs need to be built with the libraries"
   DEPENDS ${libraries}
   DESCRIPTION "Headers for C and C++20, CMake package and pkg-config files of the tfm\nlibraries.")
 if(TARGET docs)
   tfmgen_package(
     documentation tfmgen-doc
     SECTION doc
-    SUMMARY "short linear transforms of fixed length (documentation)"
+    SUMMARY "the documentation of the libraries"
     DESCRIPTION "The documentation of the tfm libraries as HTML.")
   set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)
   list(APPEND package_files docs)

@@ -28,7 +28,8 @@ def check_control(packages):
         depends = field(packages[name], "Depends")
         assert re.search(r"libc6 \(>= [\d.]+\)", depends), (name, depends)
         assert (name == "libtfmcore6") == ("libtfm" not in depends), (name, depends)
-        for control in "shlibs", "symbols", "triggers":
+        assert "ldconfig" in run("dpkg-deb", "-I", packages[name], "postinst"), name
+        for control in "shlibs", "symbols":
             assert run("dpkg-deb", "-I", packages[name], control), (name, control)
 
 
