@@ -1,5 +1,6 @@
 #include "spectrum.hpp"
 
+#include "common/progress.hpp"
 #include "tfmgen.h"
 
 #include <algorithm>
@@ -70,7 +71,9 @@ Spectrogram analyse(const std::vector<float>& samples, int length) {
   result.power.reserve(result.frames * result.bins());
 
   std::chrono::duration<double, std::nano> elapsed{0};
+  Progress progress("transforming", result.frames);
   for (std::size_t first = 0; first < result.frames; first += kBatch) {
+    progress.reach(first);
     const std::size_t count = std::min(kBatch, result.frames - first);
     for (std::size_t frame = 0; frame < count; ++frame) {
       for (std::size_t i = 0; i < window.size(); ++i) {

@@ -86,7 +86,8 @@ template <class Function>
 void forEachLength(const Function& f) {
   [&]<std::size_t... n>(std::index_sequence<n...>) {
     (f.template operator()<n>(), ...);
-  }(std::index_sequence<2, 53, 64>());
+  }
+  (std::index_sequence<2, 53, 64>());
 }
 
 template <class T>
