@@ -89,15 +89,17 @@ concept Batch = requires(R& batch) {
 template <Batch R>
 using BatchElement = std::remove_pointer_t<decltype(detail::framesOf(std::declval<R&>()).data())>;
 
-template <class In, class Out>
+template <class Out, class In>
 concept Batches = Batch<const In> && Batch<Out> && !std::is_const_v<BatchElement<Out>> &&
                   std::same_as<std::remove_const_t<BatchElement<const In>>, BatchElement<Out>>;
 
-template <class In, class Out>
-concept ComplexBatches = Batches<In, Out> && Complex<BatchElement<Out>>;
+/** Where the transforms of a batch of complex frames can be written. */
+template <class Out, class In>
+concept ComplexBatchResult = Batches<Out, In> && Complex<BatchElement<Out>>;
 
-template <class In, class Out>
-concept RealBatches = Batches<In, Out> && Real<BatchElement<Out>>;
+/** Where the transforms of a batch of real frames can be written. */
+template <class Out, class In>
+concept RealBatchResult = Batches<Out, In> && Real<BatchElement<Out>>;
 
 namespace detail {
 
@@ -148,78 +150,68 @@ std::size_t frameLength(R& batch) noexcept {
 } // namespace detail
 
 /** The forward DFT of every frame. */
-template <class In, class Out>
-requires ComplexBatches<In, Out> Status tryDft(const In& in, Out&& out, Scale scale = Scale::none)
-noexcept {
+template <class In, ComplexBatchResult<In> Out>
+Status tryDft(const In& in, Out&& out, Scale scale = Scale::none) noexcept {
   const std::size_t length = detail::frameLength(in);
   return detail::callBatch<detail::Family::dft>(in, out, length, detail::frameLength(out) == length, scale);
 }
 
 /** The forward DFT of every frame. */
-template <class In, class Out>
-requires ComplexBatches<In, Out>
+template <class In, ComplexBatchResult<In> Out>
 void dft(const In& in, Out&& out, Scale scale = Scale::none) {
   detail::check(tryDft(in, out, scale));
 }
 
 /** The inverse DFT of every frame. */
-template <class In, class Out>
-requires ComplexBatches<In, Out> Status tryInverseDft(const In& in, Out&& out, Scale scale = Scale::none)
-noexcept {
+template <class In, ComplexBatchResult<In> Out>
+Status tryInverseDft(const In& in, Out&& out, Scale scale = Scale::none) noexcept {
   const std::size_t length = detail::frameLength(in);
   return detail::callBatch<detail::Family::inverseDft>(in, out, length, detail::frameLength(out) == length, scale);
 }
 
 /** The inverse DFT of every frame. */
-template <class In, class Out>
-requires ComplexBatches<In, Out>
+template <class In, ComplexBatchResult<In> Out>
 void inverseDft(const In& in, Out&& out, Scale scale = Scale::none) {
   detail::check(tryInverseDft(in, out, scale));
 }
 
 /** The half spectrum of every frame of real samples, as an array of real numbers. */
-template <Format format, class In, class Out>
-requires RealBatches<In, Out> Status tryRealDft(const In& in, Out&& out, Scale scale = Scale::none)
-noexcept {
+template <Format format, class In, RealBatchResult<In> Out>
+Status tryRealDft(const In& in, Out&& out, Scale scale = Scale::none) noexcept {
   const std::size_t length = detail::frameLength(in);
   const bool fits = detail::frameLength(out) == spectrumLength(format, length);
   return detail::callBatch<detail::forward(format)>(in, out, length, fits, scale);
 }
 
 /** The half spectrum of every frame of real samples, as an array of real numbers. */
-template <Format format, class In, class Out>
-requires RealBatches<In, Out>
+template <Format format, class In, RealBatchResult<In> Out>
 void realDft(const In& in, Out&& out, Scale scale = Scale::none) {
   detail::check(tryRealDft<format>(in, out, scale));
 }
 
 /** The real samples of every half spectrum. */
-template <Format format, class In, class Out>
-requires RealBatches<In, Out> Status tryInverseRealDft(const In& in, Out&& out, Scale scale = Scale::none)
-noexcept {
+template <Format format, class In, RealBatchResult<In> Out>
+Status tryInverseRealDft(const In& in, Out&& out, Scale scale = Scale::none) noexcept {
   const std::size_t length = detail::frameLength(out);
   const bool fits = detail::frameLength(in) == spectrumLength(format, length);
   return detail::callBatch<detail::inverse(format)>(in, out, length, fits, scale);
 }
 
 /** The real samples of every half spectrum. */
-template <Format format, class In, class Out>
-requires RealBatches<In, Out>
+template <Format format, class In, RealBatchResult<In> Out>
 void inverseRealDft(const In& in, Out&& out, Scale scale = Scale::none) {
   detail::check(tryInverseRealDft<format>(in, out, scale));
 }
 
 /** The Hartley transform of every frame. */
-template <class In, class Out>
-requires RealBatches<In, Out> Status tryHartley(const In& in, Out&& out, Scale scale = Scale::none)
-noexcept {
+template <class In, RealBatchResult<In> Out>
+Status tryHartley(const In& in, Out&& out, Scale scale = Scale::none) noexcept {
   const std::size_t length = detail::frameLength(in);
   return detail::callBatch<detail::Family::hartley>(in, out, length, detail::frameLength(out) == length, scale);
 }
 
 /** The Hartley transform of every frame. */
-template <class In, class Out>
-requires RealBatches<In, Out>
+template <class In, RealBatchResult<In> Out>
 void hartley(const In& in, Out&& out, Scale scale = Scale::none) {
   detail::check(tryHartley(in, out, scale));
 }

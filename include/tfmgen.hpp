@@ -303,39 +303,35 @@ inline void check(Status status) {
 
 // ---- Complex DFT ----------------------------------------------------------------------------------------------------
 
-/** The arrays of a transform of complex samples. */
-template <class In, class Out, std::size_t Length>
-concept ComplexArrays =
+/** Where the transform of an array of complex samples can be written. */
+template <class Out, class In, std::size_t Length>
+concept ComplexResult =
     ComplexSignal<In> && ResultOf<Out, SampleOf<In>> && DftLength<Length> && HasLength<In, Length> &&
     HasLength<Out, Length> && SameLength<In, Out> && DftLength<detail::knownLength<Length, In, Out>>;
 
 /** The forward DFT of `in`. */
-template <std::size_t Length = std::dynamic_extent, class In, class Out>
-requires ComplexArrays<In, Out, Length> Status tryDft(const In& in, Out&& out, Scale scale = Scale::none)
-noexcept {
+template <std::size_t Length = std::dynamic_extent, class In, ComplexResult<In, Length> Out>
+Status tryDft(const In& in, Out&& out, Scale scale = Scale::none) noexcept {
   return detail::call<detail::Family::dft, typename SampleOf<In>::value_type, detail::knownLength<Length, In, Out>>(
       in, out, std::ranges::size(in), std::ranges::size(in) == std::ranges::size(out), scale);
 }
 
 /** The forward DFT of `in`. */
-template <std::size_t Length = std::dynamic_extent, class In, class Out>
-requires ComplexArrays<In, Out, Length>
+template <std::size_t Length = std::dynamic_extent, class In, ComplexResult<In, Length> Out>
 void dft(const In& in, Out&& out, Scale scale = Scale::none) {
   detail::check(tryDft<Length>(in, out, scale));
 }
 
 /** The inverse DFT of `in`. */
-template <std::size_t Length = std::dynamic_extent, class In, class Out>
-requires ComplexArrays<In, Out, Length> Status tryInverseDft(const In& in, Out&& out, Scale scale = Scale::none)
-noexcept {
+template <std::size_t Length = std::dynamic_extent, class In, ComplexResult<In, Length> Out>
+Status tryInverseDft(const In& in, Out&& out, Scale scale = Scale::none) noexcept {
   return detail::call<detail::Family::inverseDft, typename SampleOf<In>::value_type,
                       detail::knownLength<Length, In, Out>>(in, out, std::ranges::size(in),
                                                             std::ranges::size(in) == std::ranges::size(out), scale);
 }
 
 /** The inverse DFT of `in`. */
-template <std::size_t Length = std::dynamic_extent, class In, class Out>
-requires ComplexArrays<In, Out, Length>
+template <std::size_t Length = std::dynamic_extent, class In, ComplexResult<In, Length> Out>
 void inverseDft(const In& in, Out&& out, Scale scale = Scale::none) {
   detail::check(tryInverseDft<Length>(in, out, scale));
 }
@@ -347,6 +343,14 @@ template <class Samples, class Spectrum, Format format, std::size_t Length>
 concept SignalAndSpectrum = RealSignal<Samples> && SpectrumOf<Spectrum, SampleOf<Samples>, format> &&
     DftLength<Length> && HasLength<Samples, Length> && HasSpectrumLength<Spectrum, format, Length> &&
     SpectrumFits<Spectrum, Samples, format> && DftLength<detail::knownLength<Length, Samples, Spectrum>>;
+
+/** Where the half spectrum of a signal can be written. */
+template <class Out, class In, Format format, std::size_t Length>
+concept SpectrumResult = SignalAndSpectrum<In, Out, format, Length> && ResultOf<Out, SampleOf<Out>>;
+
+/** Where the signal of a half spectrum can be written. */
+template <class Out, class In, Format format, std::size_t Length>
+concept SignalResult = SignalAndSpectrum<Out, In, format, Length> && ResultOf<Out, SampleOf<Out>>;
 
 namespace detail {
 
@@ -360,61 +364,66 @@ constexpr bool fits(const Signal auto& samples, const Signal auto& spectrum) noe
 } // namespace detail
 
 /** The half spectrum of the real samples `in`. */
-template <Format format, std::size_t Length = std::dynamic_extent, class In, class Out>
-requires SignalAndSpectrum<In, Out, format, Length> && ResultOf<Out, SampleOf<Out>>
-    Status tryRealDft(const In& in, Out&& out, Scale scale = Scale::none)
-noexcept {
+template <Format format, std::size_t Length = std::dynamic_extent, class In, SpectrumResult<In, format, Length> Out>
+Status tryRealDft(const In& in, Out&& out, Scale scale = Scale::none) noexcept {
   return detail::call<detail::forward(format), SampleOf<In>, detail::knownLength<Length, In, Out>>(
       in, out, std::ranges::size(in), detail::fits<format>(in, out), scale);
 }
 
 /** The half spectrum of the real samples `in`. */
-template <Format format, std::size_t Length = std::dynamic_extent, class In, class Out>
-requires SignalAndSpectrum<In, Out, format, Length> && ResultOf<Out, SampleOf<Out>>
+template <Format format, std::size_t Length = std::dynamic_extent, class In, SpectrumResult<In, format, Length> Out>
 void realDft(const In& in, Out&& out, Scale scale = Scale::none) {
   detail::check(tryRealDft<format, Length>(in, out, scale));
 }
 
 /** The real samples of the half spectrum `in`. */
-template <Format format, std::size_t Length = std::dynamic_extent, class In, class Out>
-requires SignalAndSpectrum<Out, In, format, Length> && ResultOf<Out, SampleOf<Out>>
-    Status tryInverseRealDft(const In& in, Out&& out, Scale scale = Scale::none)
-noexcept {
+template <Format format, std::size_t Length = std::dynamic_extent, class In, SignalResult<In, format, Length> Out>
+Status tryInverseRealDft(const In& in, Out&& out, Scale scale = Scale::none) noexcept {
   return detail::call<detail::inverse(format), SampleOf<Out>, detail::knownLength<Length, Out, In>>(
       in, out, std::ranges::size(out), detail::fits<format>(out, in), scale);
 }
 
 /** The real samples of the half spectrum `in`. */
-template <Format format, std::size_t Length = std::dynamic_extent, class In, class Out>
-requires SignalAndSpectrum<Out, In, format, Length> && ResultOf<Out, SampleOf<Out>>
+template <Format format, std::size_t Length = std::dynamic_extent, class In, SignalResult<In, format, Length> Out>
 void inverseRealDft(const In& in, Out&& out, Scale scale = Scale::none) {
   detail::check(tryInverseRealDft<format, Length>(in, out, scale));
 }
 
 // ---- Hartley transform ----------------------------------------------------------------------------------------------
 
-/** The arrays of a transform of real samples. */
-template <class In, class Out, std::size_t Length>
-concept RealArrays = RealSignal<In> && ResultOf<Out, SampleOf<In>> && HasLength<In, Length> && HasLength<Out, Length> &&
+/** Where the transform of an array of real samples can be written. */
+template <class Out, class In, std::size_t Length>
+concept RealResult = RealSignal<In> && ResultOf<Out, SampleOf<In>> && HasLength<In, Length> && HasLength<Out, Length> &&
     SameLength<In, Out>;
 
+/** The same for the lengths of the Hartley transform. */
+template <class Out, class In, std::size_t Length>
+concept HartleyResult =
+    RealResult<Out, In, Length> && DftLength<Length> && DftLength<detail::knownLength<Length, In, Out>>;
+
 /** The Hartley transform of `in`. */
-template <std::size_t Length = std::dynamic_extent, class In, class Out>
-requires RealArrays<In, Out, Length> && DftLength<Length> && DftLength<detail::knownLength<Length, In, Out>>
-    Status tryHartley(const In& in, Out&& out, Scale scale = Scale::none)
-noexcept {
+template <std::size_t Length = std::dynamic_extent, class In, HartleyResult<In, Length> Out>
+Status tryHartley(const In& in, Out&& out, Scale scale = Scale::none) noexcept {
   return detail::call<detail::Family::hartley, SampleOf<In>, detail::knownLength<Length, In, Out>>(
       in, out, std::ranges::size(in), std::ranges::size(in) == std::ranges::size(out), scale);
 }
 
 /** The Hartley transform of `in`. */
-template <std::size_t Length = std::dynamic_extent, class In, class Out>
-requires RealArrays<In, Out, Length> && DftLength<Length> && DftLength<detail::knownLength<Length, In, Out>>
+template <std::size_t Length = std::dynamic_extent, class In, HartleyResult<In, Length> Out>
 void hartley(const In& in, Out&& out, Scale scale = Scale::none) {
   detail::check(tryHartley<Length>(in, out, scale));
 }
 
 // ---- Walsh-Hadamard transform ---------------------------------------------------------------------------------------
+
+/** Where a Walsh-Hadamard transform can be written. */
+template <class Out, class In, std::size_t Length>
+concept WalshHadamardResult = RealResult<Out, In, Length> && WalshHadamardLength<detail::knownLength<Length, In, Out>>;
+
+/** The same for lengths that take no buffer. */
+template <class Out, class In, std::size_t Length>
+concept ShortWalshHadamardResult =
+    WalshHadamardResult<Out, In, Length> && NeedsNoBuffer<detail::knownLength<Length, In, Out>>;
 
 /** What Walsh-Hadamard transforms of more than 128 samples write between reading and storing: one buffer for every
  * length and type, for one call at a time. */
@@ -454,38 +463,34 @@ Status walshHadamard(const In& in, Out& out, Scale scale, std::uint8_t* buffer) 
 } // namespace detail
 
 /** The Walsh-Hadamard transform of `in`, of a length up to 128 that is known from the types. */
-template <std::size_t Length = std::dynamic_extent, class In, class Out>
-requires RealArrays<In, Out, Length> && WalshHadamardLength<detail::knownLength<Length, In, Out>> &&
-    NeedsNoBuffer<detail::knownLength<Length, In, Out>>
-        Status tryWalshHadamard(const In& in, Out&& out, Scale scale = Scale::none)
-noexcept {
+template <std::size_t Length = std::dynamic_extent, class In, ShortWalshHadamardResult<In, Length> Out>
+Status tryWalshHadamard(const In& in, Out&& out, Scale scale = Scale::none) noexcept {
   return detail::walshHadamard<detail::knownLength<Length, In, Out>>(in, out, scale, nullptr);
 }
 
 /** The Walsh-Hadamard transform of `in`, of a length up to 128 that is known from the types. */
-template <std::size_t Length = std::dynamic_extent, class In, class Out>
-requires RealArrays<In, Out, Length> && WalshHadamardLength<detail::knownLength<Length, In, Out>> &&
-    NeedsNoBuffer<detail::knownLength<Length, In, Out>>
+template <std::size_t Length = std::dynamic_extent, class In, ShortWalshHadamardResult<In, Length> Out>
 void walshHadamard(const In& in, Out&& out, Scale scale = Scale::none) {
   detail::check(tryWalshHadamard<Length>(in, out, scale));
 }
 
 /** The Walsh-Hadamard transform of `in`. */
-template <std::size_t Length = std::dynamic_extent, class In, class Out>
-requires RealArrays<In, Out, Length> && WalshHadamardLength<detail::knownLength<Length, In, Out>>
-    Status tryWalshHadamard(const In& in, Out&& out, WalshHadamardBuffer& buffer, Scale scale = Scale::none)
-noexcept {
+template <std::size_t Length = std::dynamic_extent, class In, WalshHadamardResult<In, Length> Out>
+Status tryWalshHadamard(const In& in, Out&& out, WalshHadamardBuffer& buffer, Scale scale = Scale::none) noexcept {
   return detail::walshHadamard<detail::knownLength<Length, In, Out>>(in, out, scale, buffer.data());
 }
 
 /** The Walsh-Hadamard transform of `in`. */
-template <std::size_t Length = std::dynamic_extent, class In, class Out>
-requires RealArrays<In, Out, Length> && WalshHadamardLength<detail::knownLength<Length, In, Out>>
+template <std::size_t Length = std::dynamic_extent, class In, WalshHadamardResult<In, Length> Out>
 void walshHadamard(const In& in, Out&& out, WalshHadamardBuffer& buffer, Scale scale = Scale::none) {
   detail::check(tryWalshHadamard<Length>(in, out, buffer, scale));
 }
 
 // ---- DCT-IV ---------------------------------------------------------------------------------------------------------
+
+/** Where the cosine transform of an array of samples of type T can be written. */
+template <class Out, class In, class T>
+concept Dct4Result = Signal<In> && std::same_as<SampleOf<In>, T> && ResultOf<Out, T> && SameLength<In, Out>;
 
 /** A plan of the type-IV cosine transform, of a power of two from 2 to 2^26 (float) or 2^25 (double) samples.
  *
@@ -528,10 +533,8 @@ public:
   [[nodiscard]] std::size_t length() const noexcept { return plan_ ? length_ : 0; }
 
   /** The transform of `in`; both arrays have length() samples. */
-  template <class In, class Out>
-  requires std::same_as<SampleOf<In>, T> && ResultOf<Out, T> && SameLength<In, Out> Status tryTransform(const In& in,
-                                                                                                        Out&& out)
-  noexcept {
+  template <class In, Dct4Result<In, T> Out>
+  Status tryTransform(const In& in, Out&& out) noexcept {
     if (std::ranges::size(in) != length_ || std::ranges::size(out) != length_) {
       return Status::badSize;
     }
@@ -539,9 +542,10 @@ public:
   }
 
   /** The transform of `in`; both arrays have length() samples. */
-  template <class In, class Out>
-  requires std::same_as<SampleOf<In>, T> && ResultOf<Out, T> && SameLength<In, Out>
-  void operator()(const In& in, Out&& out) { detail::check(tryTransform(in, out)); }
+  template <class In, Dct4Result<In, T> Out>
+  void operator()(const In& in, Out&& out) {
+    detail::check(tryTransform(in, out));
+  }
 
 private:
   using Entries = detail::Dct4Entries<T>;
