@@ -18,7 +18,7 @@ file(
   core/*.[ch]*
   examples/*.[ch]pp
   generator/*.[ch]pp
-  include/*.h
+  include/*.h*
   src/*.[ch]pp
   tests/*.[ch]*)
 list(FILTER formatted INCLUDE REGEX "\\.([ch]|[ch]pp)$")

@@ -1,11 +1,8 @@
 #include "image.hpp"
 
-#include "common/write_png.hpp"
-
 #include <png.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <stdexcept>
 
@@ -25,13 +22,6 @@ Image readPng(const std::string& path) {
   std::transform(levels.begin(), levels.end(), image.pixels.begin(),
                  [](std::uint8_t level) { return static_cast<float>(level) / 255.0F; });
   return image;
-}
-
-void writePng(const Image& image, const std::string& path) {
-  std::vector<std::uint8_t> levels(image.pixels.size());
-  std::transform(image.pixels.begin(), image.pixels.end(), levels.begin(),
-                 [](float x) { return static_cast<std::uint8_t>(std::lround(255.0F * std::clamp(x, 0.0F, 1.0F))); });
-  writePng(path, {image.width, image.height}, levels);
 }
 
 Image squareOf(const Image& image, std::size_t size) {

@@ -14,10 +14,6 @@ struct Image {
 // Reads a PNG and turns its colours to grey. Throws std::runtime_error.
 Image readPng(const std::string& path);
 
-// Writes an 8-bit grey PNG; levels outside 0 .. 1 are cut off. A file that was there is replaced only by a complete
-// picture. Throws std::runtime_error.
-void writePng(const Image& image, const std::string& path);
-
 // The middle square of the image, in size x size pixels, each the mean of what it covers. Throws std::runtime_error
 // when the square has fewer pixels than that.
 Image squareOf(const Image& image, std::size_t size);

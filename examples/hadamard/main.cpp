@@ -7,10 +7,15 @@
 // scene, a scan pixel by pixel, the scan with all 4096 patterns, and that with the coarsest 1024.
 
 #include "camera.hpp"
+#include "common/axis.hpp"
+#include "common/canvas.hpp"
 #include "common/parse_number.hpp"
 #include "image.hpp"
 #include "scene.hpp"
 
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -22,8 +27,11 @@
 namespace {
 
 constexpr double kDefaultNoise = 0.2;
-constexpr std::size_t kZoom = 4; // picture pixels a camera pixel, in either direction
-constexpr std::size_t kGap = 8;  // white pixels between pictures
+constexpr double kZoom = 4;  // picture pixels a camera pixel, in either direction
+constexpr double kLeft = 80; // room for titles and scales
+constexpr double kTop = 70;
+constexpr double kGap = 24;
+constexpr PictureSize kPicture{1200, 390};
 
 double parseNoise(const std::string& text) {
   const auto noise = parseNumber<double>(text);
@@ -33,17 +41,46 @@ double parseNoise(const std::string& text) {
   return *noise;
 }
 
-Image sideBySide(const std::vector<std::vector<float>>& pictures) {
-  Image all{pictures.size() * (kSide * kZoom + kGap) - kGap, kSide * kZoom, {}};
-  all.pixels.assign(all.width * all.height, 1.0F);
-  for (std::size_t i = 0; i < pictures.size(); ++i) {
-    for (std::size_t y = 0; y < all.height; ++y) {
-      for (std::size_t x = 0; x < kSide * kZoom; ++x) {
-        all.pixels[y * all.width + i * (kSide * kZoom + kGap) + x] = pictures[i][y / kZoom * kSide + x / kZoom];
-      }
+std::string decibels(double ratio) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.1f dB", ratio);
+  return text;
+}
+
+std::vector<Colour> greys(const std::vector<float>& pixels) {
+  std::vector<Colour> colours(pixels.size());
+  std::transform(pixels.begin(), pixels.end(), colours.begin(), [](float x) {
+    const auto level = static_cast<std::uint8_t>(std::lround(255.0F * std::clamp(x, 0.0F, 1.0F)));
+    return Colour{level, level, level};
+  });
+  return colours;
+}
+
+struct Shot {
+  std::string title;
+  std::size_t readings;
+  std::vector<float> pixels;
+};
+
+// The pictures side by side, with scales in pixels of the camera.
+void writeShots(const std::vector<Shot>& shots, const std::vector<float>& scene, const std::string& path) {
+  Canvas canvas(kPicture);
+  Rectangle place{kLeft, kTop, kSide * kZoom, kSide * kZoom};
+  const Axis across{0, kSide, "pixels"};
+  const Axis down{kSide, 0, "pixels"};
+  drawLeft(canvas, place, down);
+  for (const Shot& shot : shots) {
+    const double middle = place.x + place.width / 2;
+    canvas.text(middle, kTop - 40, shot.title, Canvas::Anchor::centre, {.size = 15, .bold = true});
+    if (shot.readings != 0) {
+      canvas.text(middle, kTop - 18, decibels(psnr(shot.pixels, scene)), Canvas::Anchor::centre);
     }
+    canvas.image(place, greys(shot.pixels), kSide);
+    canvas.frame(place);
+    drawBelow(canvas, place, across);
+    place.x += place.width + kGap;
   }
-  return all;
+  canvas.write(path);
 }
 
 void photograph(const std::string& output, const char* scenePath, double deviation) {
@@ -53,18 +90,21 @@ void photograph(const std::string& output, const char* scenePath, double deviati
   }
   const Image scene = scenePath != nullptr ? squareOf(readPng(scenePath), kSide) : renderScene(kSide);
   const Noise noise{deviation, 1};
-  const std::vector<std::vector<float>> pictures = {scene.pixels, scanByPixel(scene.pixels, noise),
-                                                    scanByPattern(scene.pixels, kPixels, noise),
-                                                    scanByPattern(scene.pixels, kPixels / 4, noise)};
-  const Image result = sideBySide(pictures);
-  writePng(result, output);
+  const std::vector<Shot> shots = {{"scene", 0, scene.pixels},
+                                   {"pixel by pixel", kPixels, scanByPixel(scene.pixels, noise)},
+                                   {"all patterns", kPixels, scanByPattern(scene.pixels, kPixels, noise)},
+                                   {"coarse patterns", kPixels / 4, scanByPattern(scene.pixels, kPixels / 4, noise)}};
+  writeShots(shots, scene.pixels, output);
 
   std::printf("scene: %s, %zu x %zu pixels, detector noise %g\n", scenePath != nullptr ? scenePath : "rendered", kSide,
               kSide, deviation);
-  std::printf("%zu readings, pixel by pixel:   %5.1f dB\n", kPixels, psnr(pictures[1], scene.pixels));
-  std::printf("%zu readings, all patterns:     %5.1f dB\n", kPixels, psnr(pictures[2], scene.pixels));
-  std::printf("%zu readings, coarse patterns:  %5.1f dB\n", kPixels / 4, psnr(pictures[3], scene.pixels));
-  std::printf("%s: %zu x %zu pixels\n", output.c_str(), result.width, result.height);
+  for (const Shot& shot : shots) {
+    if (shot.readings != 0) {
+      std::printf("%zu readings, %-17s %5.1f dB\n", shot.readings, (shot.title + ":").c_str(),
+                  psnr(shot.pixels, scene.pixels));
+    }
+  }
+  std::printf("%s: %d x %d pixels\n", output.c_str(), kPicture.width, kPicture.height);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // An MDCT round trip on a WAV file: analysis, an optional quantisation of the coefficients, synthesis. Prints the
 // signal-to-noise ratio and the time taken, and writes the result as WAV.
 #include "common/parse_number.hpp"
+#include "common/progress.hpp"
 #include "common/replace_file.hpp"
 #include "lapped.hpp"
 
@@ -119,7 +120,9 @@ void roundTrip(std::vector<double>& channel, const Arguments& arguments, LappedT
   std::copy(channel.begin(), channel.end(), padded.begin() + static_cast<std::ptrdiff_t>(n));
   std::vector<double> result(padded.size());
   std::vector<double> coefficients(n);
+  Progress progress("transforming", frames);
   for (std::size_t start = 0; start < frames * n; start += n) {
+    progress.reach(start / n);
     transform.analyse(&padded[start], coefficients.data());
     if (arguments.step > 0) {
       for (double& value : coefficients) {

@@ -1,18 +1,19 @@
 #include "constellation.hpp"
 
-#include "common/write_png.hpp"
+#include "common/axis.hpp"
+#include "common/canvas.hpp"
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 namespace {
 
 constexpr std::size_t kSide = 360; // of a plane, in pixels
-constexpr std::size_t kGap = 12;
-constexpr float kReach = 2; // of the axes
-constexpr std::size_t kWidth = 2 * kSide + kGap;
-constexpr std::uint8_t kAxis = 70;
-constexpr std::uint8_t kFaintest = 110;
+constexpr float kReach = 2;        // of the axes
+constexpr PictureSize kPicture{940, 470};
+constexpr double kTop = 50;
+constexpr double kFaintest = 110;
 
 // Number of points by pixel.
 std::vector<std::size_t> density(const std::vector<Tfm32fc>& points) {
@@ -29,27 +30,34 @@ std::vector<std::size_t> density(const std::vector<Tfm32fc>& points) {
   return counts;
 }
 
-void draw(const std::vector<Tfm32fc>& points, std::size_t firstColumn, std::vector<std::uint8_t>& pixels) {
+// Black where there is no point, the brighter the more.
+std::vector<Colour> brightness(const std::vector<Tfm32fc>& points) {
   const std::vector<std::size_t> counts = density(points);
   const double most = static_cast<double>(*std::max_element(counts.begin(), counts.end()));
-  for (std::size_t i = 0; i < counts.size(); ++i) {
-    const std::size_t row = i / kSide;
-    const std::size_t column = i % kSide;
-    const bool isOnAxis = row == kSide / 2 || column == kSide / 2;
-    std::uint8_t& level = pixels[row * kWidth + firstColumn + column];
-    level = isOnAxis ? kAxis : 0;
-    if (counts[i] != 0) {
-      const double share = std::log1p(static_cast<double>(counts[i])) / std::log1p(most);
-      level = static_cast<std::uint8_t>(std::lround(kFaintest + (255 - kFaintest) * share));
-    }
-  }
+  std::vector<Colour> colours(counts.size());
+  std::transform(counts.begin(), counts.end(), colours.begin(), [most](std::size_t count) {
+    const double share = std::log1p(static_cast<double>(count)) / std::log1p(most);
+    const auto level = static_cast<std::uint8_t>(count == 0 ? 0 : std::lround(kFaintest + (255 - kFaintest) * share));
+    return Colour{level, level, level};
+  });
+  return colours;
+}
+
+void draw(Canvas& canvas, double left, const std::string& title, const std::vector<Tfm32fc>& points) {
+  const Rectangle plane{left, kTop, kSide, kSide};
+  canvas.text(left + plane.width / 2, kTop / 2, title, Canvas::Anchor::centre, {.size = 15, .bold = true});
+  canvas.image(plane, brightness(points), kSide);
+  canvas.frame(plane);
+  drawBelow(canvas, plane, {-kReach, kReach, "real part"});
+  drawLeft(canvas, plane, {-kReach, kReach, "imaginary part"});
 }
 
 } // namespace
 
-void writeConstellations(const std::vector<Tfm32fc>& left, const std::vector<Tfm32fc>& right, const std::string& path) {
-  std::vector<std::uint8_t> pixels(kWidth * kSide, 255);
-  draw(left, 0, pixels);
-  draw(right, kSide + kGap, pixels);
-  writePng(path, {kWidth, kSide}, pixels);
+void writeConstellations(const std::vector<Tfm32fc>& received, const std::vector<Tfm32fc>& despread,
+                         const std::string& path) {
+  Canvas canvas(kPicture);
+  draw(canvas, 90, "carriers as received", received);
+  draw(canvas, 550, "symbols after despreading", despread);
+  canvas.write(path);
 }

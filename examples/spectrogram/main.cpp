@@ -45,7 +45,10 @@ void draw(const std::string& recordingPath, const std::string& picturePath, int 
     throw std::invalid_argument("the picture would replace the recording");
   }
   const Spectrogram spectrogram = analyse(recording.samples, length);
-  const PictureSize size = writePicture(spectrogram, picturePath);
+  const std::string name = std::filesystem::path(recordingPath).filename().string();
+  writePicture(spectrogram, recording.sampleRate,
+               name + ", frames of " + std::to_string(length) + " samples, hop " + std::to_string(spectrogram.hop),
+               picturePath);
 
   const double rate = recording.sampleRate;
   const double binWidth = rate / length;
@@ -57,7 +60,7 @@ void draw(const std::string& recordingPath, const std::string& picturePath, int 
   std::printf("time per transform: %.1f ns in one batch, %.1f ns call by call\n", spectrogram.nanoseconds.inBatch,
               spectrogram.nanoseconds.singly);
   std::printf("strongest component: %.1f Hz (bin %zu)\n", static_cast<double>(strongest) * binWidth, strongest);
-  std::printf("%s: %zu x %zu pixels\n", picturePath.c_str(), size.width, size.height);
+  std::printf("%s: %d x %d pixels\n", picturePath.c_str(), kPicture.width, kPicture.height);
 }
 
 } // namespace

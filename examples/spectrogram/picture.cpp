@@ -1,5 +1,7 @@
 #include "picture.hpp"
 
+#include "common/axis.hpp"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -7,9 +9,8 @@
 
 namespace {
 
-constexpr std::size_t kWidth = 1200; // at most, in pixels
-constexpr std::size_t kHeight = 480; // about
 constexpr double kDecibels = 80;
+constexpr Rectangle kBar{1090, kPlot.y, 24, kPlot.height}; // of colours and their decibels
 
 using ColourMap = std::array<Colour, 256>;
 
@@ -47,8 +48,8 @@ double columnPower(const Spectrogram& spectrogram, std::size_t column, std::size
   return sum / static_cast<double>(last - first);
 }
 
-// columns x bins(), top row first, each an index into the colour map; the strongest has the last colour.
-std::vector<std::uint8_t> levels(const Spectrogram& spectrogram, std::size_t columns) {
+// columns x bins() colours, top row first; the strongest has the last of the map.
+std::vector<Colour> colours(const Spectrogram& spectrogram, std::size_t columns, const ColourMap& map) {
   std::vector<double> power;
   for (std::size_t bin = spectrogram.bins(); bin-- > 0;) {
     for (std::size_t column = 0; column < columns; ++column) {
@@ -56,34 +57,39 @@ std::vector<std::uint8_t> levels(const Spectrogram& spectrogram, std::size_t col
     }
   }
   const double strongest = *std::max_element(power.begin(), power.end());
-  std::vector<std::uint8_t> result(power.size());
-  std::transform(power.begin(), power.end(), result.begin(), [strongest](double p) {
+  std::vector<Colour> result(power.size());
+  std::transform(power.begin(), power.end(), result.begin(), [&](double p) {
     const double level = p > 0 ? 1 + 10 * std::log10(p / strongest) / kDecibels : 0;
-    return static_cast<std::uint8_t>(std::lround(255 * std::max(level, 0.0)));
+    return map[static_cast<std::size_t>(std::lround(255 * std::max(level, 0.0)))];
   });
   return result;
 }
 
-// Enlarges every level to a block of pixels.
-std::vector<std::uint8_t> enlarge(const std::vector<std::uint8_t>& small, std::size_t columns, std::size_t blockWidth,
-                                  std::size_t blockHeight) {
-  std::vector<std::uint8_t> pixels;
-  pixels.reserve(small.size() * blockWidth * blockHeight);
-  for (std::size_t y = 0; y < small.size() / columns * blockHeight; ++y) {
-    for (std::size_t x = 0; x < columns * blockWidth; ++x) {
-      pixels.push_back(small[y / blockHeight * columns + x / blockWidth]);
-    }
-  }
-  return pixels;
+// A frame and a bin stand for the time and the frequency in the middle of their blocks.
+Axis timeAxis(const Spectrogram& spectrogram, double sampleRate) {
+  const double first = 0.5 * (spectrogram.length - spectrogram.hop) / sampleRate;
+  return {first, first + static_cast<double>(spectrogram.frames) * spectrogram.hop / sampleRate, "time in s"};
+}
+
+Axis frequencyAxis(const Spectrogram& spectrogram, double sampleRate) {
+  const double binWidth = sampleRate / spectrogram.length;
+  return {-0.5 * binWidth, (static_cast<double>(spectrogram.bins()) - 0.5) * binWidth, "frequency in Hz"};
 }
 
 } // namespace
 
-PictureSize writePicture(const Spectrogram& spectrogram, const std::string& path) {
-  const std::size_t columns = std::min(spectrogram.frames, kWidth);
-  const std::size_t blockWidth = kWidth / columns;
-  const std::size_t blockHeight = kHeight / spectrogram.bins();
-  const PictureSize size{columns * blockWidth, spectrogram.bins() * blockHeight};
-  writePng(path, size, enlarge(levels(spectrogram, columns), columns, blockWidth, blockHeight), colourMap());
-  return size;
+void writePicture(const Spectrogram& spectrogram, int sampleRate, const std::string& title, const std::string& path) {
+  const ColourMap map = colourMap();
+  const std::size_t columns = std::min(spectrogram.frames, static_cast<std::size_t>(kPlot.width));
+  Canvas canvas(kPicture);
+  canvas.text(kPlot.x, kPlot.y / 2, title, Canvas::Anchor::left, {.size = 16, .bold = true});
+  canvas.image(kPlot, colours(spectrogram, columns, map), columns);
+  canvas.frame(kPlot);
+  drawBelow(canvas, kPlot, timeAxis(spectrogram, sampleRate));
+  drawLeft(canvas, kPlot, frequencyAxis(spectrogram, sampleRate));
+  const std::vector<Colour> bar(map.rbegin(), map.rend());
+  canvas.image(kBar, bar, 1);
+  canvas.frame(kBar);
+  drawRight(canvas, kBar, {-kDecibels, 0, "power in dB, 0 dB is the strongest"});
+  canvas.write(path);
 }

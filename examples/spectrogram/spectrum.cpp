@@ -1,5 +1,6 @@
 #include "spectrum.hpp"
 
+#include "common/progress.hpp"
 #include "tfmbatch.h"
 
 #include <algorithm>
@@ -82,7 +83,9 @@ Spectrogram analyse(const std::vector<float>& samples, int length) {
   Spectrogram result{length, static_cast<int>(hop), 1 + (beyondFirst + hop - 1) / hop, {}, {}};
 
   Transform transform(length, result.frames);
+  Progress progress("windowing", result.frames);
   for (std::size_t frame = 0; frame < result.frames; ++frame) {
+    progress.reach(frame);
     for (std::size_t i = 0; i < window.size(); ++i) {
       const std::size_t position = frame * hop + i;
       transform.setSample(frame, i, position < samples.size() ? window[i] * samples[position] : 0);

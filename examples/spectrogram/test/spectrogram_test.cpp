@@ -1,4 +1,6 @@
 // Runs the program on small recordings, good and bad ones.
+#include "../picture.hpp"
+
 #include <gtest/gtest.h>
 
 #include <png.h>
@@ -114,13 +116,17 @@ TEST_F(Spectrogram, FindsATone) {
   image.format = PNG_FORMAT_GRAY;
   std::vector<png_byte> pixels(PNG_IMAGE_SIZE(image));
   ASSERT_NE(png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr), 0);
-  // 17 bins from bottom to top: the middle column is brightest within the block of bin 6.
+  // 17 bins from bottom to top of the plot: its middle column is brightest within the block of bin 6.
+  EXPECT_EQ(image.width, kPicture.width);
+  const auto middle = static_cast<std::size_t>(kPlot.x + kPlot.width / 2);
+  const auto top = static_cast<std::size_t>(kPlot.y);
+  const auto height = static_cast<std::size_t>(kPlot.height);
+  const auto at = [&](std::size_t row) { return pixels[(top + row) * image.width + middle]; };
   std::size_t brightest = 0;
-  const auto at = [&](std::size_t row) { return pixels[row * image.width + image.width / 2]; };
-  for (std::size_t row = 0; row < image.height; ++row) {
+  for (std::size_t row = 0; row < height; ++row) {
     brightest = at(row) > at(brightest) ? row : brightest;
   }
-  EXPECT_EQ(brightest / (image.height / 17), 16U - 6U);
+  EXPECT_EQ((2 * brightest + 1) * 17 / (2 * height), 16U - 6U); // the middle of a row of pixels
 }
 
 TEST_F(Spectrogram, EveryLengthAndShortRecordings) {

@@ -1,0 +1,17 @@
+# Components: core (tfmgen::tfmcore), tfmgen (tfmgen::tfmgen), batch (tfmgen::tfmbatch).
+include(${CMAKE_CURRENT_LIST_DIR}/tfmgenTargets.cmake)
+
+set(tfmgen_target_of_core tfmgen::tfmcore)
+set(tfmgen_target_of_tfmgen tfmgen::tfmgen)
+set(tfmgen_target_of_batch tfmgen::tfmbatch)
+foreach(component IN LISTS tfmgen_FIND_COMPONENTS)
+  if(TARGET "${tfmgen_target_of_${component}}")
+    set(tfmgen_${component}_FOUND TRUE)
+  else()
+    set(tfmgen_${component}_FOUND FALSE)
+    if(tfmgen_FIND_REQUIRED_${component})
+      set(tfmgen_FOUND FALSE)
+      set(tfmgen_NOT_FOUND_MESSAGE "tfmgen has no component ${component} here")
+    endif()
+  endif()
+endforeach()
