@@ -61,7 +61,7 @@ long double impulseError(std::int32_t n) {
     Dct4<T>::run(x.data(), y.data(), plan());
     for (std::int32_t k = 0; k < n; ++k) {
       const long double exact = cosPiRatio((2 * std::int64_t{at} + 1) * (2 * k + 1), 4 * std::int64_t{n});
-      worst = std::max(worst, std::abs(y.data()[k] - exact));
+      worst = std::max(worst, std::abs(y.begin()[k] - exact));
     }
   }
   return worst;

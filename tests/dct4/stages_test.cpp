@@ -48,7 +48,7 @@ ComplexL columnResult(const std::vector<T>& x, std::int32_t f, std::int32_t n, s
   for (std::int32_t t = 0; t < n; ++t) {
     const std::int32_t m = 2 * f * t + j;
     const std::int32_t length = f * n;
-    const long double g = m < length ? x.data()[m] : -x.data()[2 * length - 1 - m];
+    const long double g = m < length ? x.begin()[m] : -x.begin()[2 * length - 1 - m];
     sum += g * halfTurns(std::int64_t{2 * i + 1} * t % (2 * n), n);
   }
   return sum;

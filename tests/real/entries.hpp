@@ -31,9 +31,9 @@ std::vector<Real> repacked(const std::vector<Real>& spectrum, int n, Format from
   for (int k = 0; 2 * k <= n; ++k) {
     const Slot source = spectrumSlot(from, n, k);
     const Slot target = spectrumSlot(to, n, k);
-    out.data()[target.re] = spectrum.data()[source.re];
+    out.begin()[target.re] = spectrum.begin()[source.re];
     if (k != 0 && 2 * k != n) {
-      out.data()[target.im] = spectrum.data()[source.im];
+      out.begin()[target.im] = spectrum.begin()[source.im];
     }
   }
   return out;

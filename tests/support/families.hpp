@@ -58,7 +58,7 @@ struct Entry {
   [[nodiscard]] std::size_t sourceBytes() const { return sourceReals() * family.realBytes; }
   [[nodiscard]] std::size_t destinationBytes() const { return destinationReals() * family.realBytes; }
   TfmStatus operator()(const void* src, void* dst, std::int32_t flag) const {
-    return family.calls.data()[n - kShortest](src, dst, flag);
+    return family.calls.begin()[n - kShortest](src, dst, flag);
   }
 };
 

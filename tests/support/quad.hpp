@@ -47,7 +47,7 @@ inline Root root(int k, int n) {
 
 inline const std::vector<Root>& roots(int n) {
   static std::array<std::vector<Root>, kLongest + 1> tables;
-  std::vector<Root>& table = tables.data()[n];
+  std::vector<Root>& table = tables.begin()[n];
   for (int k = static_cast<int>(table.size()); k < n; ++k) {
     table.push_back(root(k, n));
   }
@@ -72,7 +72,7 @@ inline Quad exactScale(const Family& family, int n, std::int32_t flag) {
 namespace detail {
 
 inline Root element(std::span<const Quad> values, const Slot& slot) {
-  const auto at = [&](int index) { return index < 0 ? Quad{0} : values.data()[index]; };
+  const auto at = [&](int index) { return index < 0 ? Quad{0} : values.begin()[index]; };
   return {at(slot.re), at(slot.im)};
 }
 
@@ -83,7 +83,7 @@ Root bin(int n, int k, int sign, const Element& x) {
   Root sum{0, 0};
   for (int j = 0; j < n; ++j) {
     const Root value = x(j);
-    const Root w = table.data()[j * k % n];
+    const Root w = table.begin()[j * k % n];
     sum.re += value.re * w.re - sign * value.im * w.im;
     sum.im += value.im * w.re + sign * value.re * w.im;
   }
@@ -107,7 +107,7 @@ inline std::vector<Quad> reference(const Entry& entry, std::span<const Quad> src
   std::vector<Quad> dst(entry.destinationReals());
   const auto store = [&](int index, Quad value) {
     if (index >= 0) {
-      dst.data()[index] = value;
+      dst.begin()[index] = value;
     }
   };
   for (int k = 0; k < n; ++k) {

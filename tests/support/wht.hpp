@@ -46,12 +46,12 @@ struct Wht<double> {
 
 template <class Real>
 typename Wht<Real>::Call* whtCall(int order) {
-  return Wht<Real>::calls.data()[order - 1];
+  return Wht<Real>::calls.begin()[order - 1];
 }
 
 template <class Real>
 std::int32_t whtBufferSize(int order) {
-  return Wht<Real>::bufferSizes.data()[order - 1];
+  return Wht<Real>::bufferSizes.begin()[order - 1];
 }
 
 template <class Real>
