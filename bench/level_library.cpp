@@ -1,6 +1,6 @@
 #include "level_library.hpp"
 
-#include "level.hpp"
+#include "processor_level.hpp"
 
 #include <dlfcn.h>
 #include <fcntl.h>

@@ -3,7 +3,7 @@
 #include "digest.hpp"
 
 #include "families.hpp"
-#include "level.hpp"
+#include "processor_level.hpp"
 
 #include <cstdio>
 

@@ -44,7 +44,7 @@ std::vector<T> randomSamples(std::integral auto count, std::uint64_t seed) {
 template <class T>
 std::vector<T> impulse(std::integral auto count, std::integral auto at) {
   std::vector<T> samples(static_cast<std::size_t>(count));
-  samples.begin()[at] = 1;
+  samples[static_cast<std::size_t>(at)] = 1;
   return samples;
 }
 

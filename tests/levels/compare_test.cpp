@@ -2,7 +2,7 @@
 #include "dct4.hpp"
 #include "families.hpp"
 #include "hard_values.hpp"
-#include "level.hpp"
+#include "processor_level.hpp"
 #include "wht.hpp"
 
 #include <dlfcn.h>

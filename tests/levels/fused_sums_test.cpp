@@ -1,7 +1,7 @@
 // Sums and differences fused with a product by 1 or -1 have the bits of the sums and differences alone.
 #include "fused_sums.hpp"
 #include "hard_values.hpp"
-#include "level.hpp"
+#include "processor_level.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // In a program of tests: on a processor without the level of the library every test is skipped.
-#include "level.hpp"
+#include "processor_level.hpp"
 
 #include <gtest/gtest.h>
 

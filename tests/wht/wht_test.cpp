@@ -3,7 +3,7 @@
 #include "bits.hpp"
 #include "families.hpp"
 #include "guarded.hpp"
-#include "level.hpp"
+#include "processor_level.hpp"
 #include "random.hpp"
 #include "wht.hpp"
 

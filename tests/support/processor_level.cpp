@@ -1,4 +1,4 @@
-#include "level.hpp"
+#include "processor_level.hpp"
 
 #include "tfmgen.h"
 
