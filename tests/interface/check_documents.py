@@ -49,14 +49,14 @@ def main():
         with tempfile.TemporaryDirectory() as directory:
             program = pathlib.Path(directory) / "example"
             compiler, standard = (arguments.cc, "c99") if language == "c" else (arguments.cxx, "c++20")
+            is_program = "main(" in text
             command = [compiler, f"-std={standard}", "-Wall", "-Wextra", "-Werror", f"-x{'c' if language == 'c' else 'c++'}",
-                       "-", f"-I{arguments.source}/include", f"-L{library}", f"-Wl,-rpath,{library}", "-ltfmgen", "-o", program]
-            if "main(" not in text:
-                command[1:1] = ["-c"]
+                       "-", f"-I{arguments.source}/include", f"-I{arguments.source}/batch", "-o", program]
+            command += [f"-L{library}", f"-Wl,-rpath,{library}", "-ltfmbatch", "-ltfmgen"] if is_program else ["-c"]
             built = subprocess.run(command, input=text, text=True, capture_output=True)
             if built.returncode:
                 sys.exit(f"example {count} ({name}) does not compile:\n{text}\n{built.stderr}")
-            if "main(" in text and subprocess.run([program], stdout=subprocess.DEVNULL).returncode:
+            if is_program and subprocess.run([program], stdout=subprocess.DEVNULL).returncode:
                 sys.exit(f"example {count} ({name}) fails:\n{text}")
     print(f"{count} examples")
 
