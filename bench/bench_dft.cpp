@@ -1,122 +1,117 @@
-// Times every DFT and Hartley routine of the library beside the peers that were found, and prints the ratios.
+// Times every DFT and Hartley routine, in the library of every level, beside the peers that were found.
 //
-//   bench_dft [--rounds=COUNT] [--csv=FILE] [--marks=FILE] [--benchmark_filter=REGEX ...]
+//   bench_dft [--rounds=COUNT] [--only=FAMILY/TYPE/N/] [--csv=FILE] [LEVEL...]
 //
-// Cases are named family/type/length/iterations:COUNT: --benchmark_filter=cfwd/f32/ takes the forward complex
-// transforms of floats, --benchmark_filter=/64/ takes length 64 of everything.
+// --only=cfwd/f32/ takes the forward complex transforms of floats, --only=dht/ the Hartley transforms.
 
-#include "report.hpp"
+#include "level_contest.hpp"
+#include "reference.hpp"
+#include "routines/routine.hpp"
 #include "tfmgen.h"
 
-#include <benchmark/benchmark.h>
-
 #include <exception>
-#include <fstream>
 #include <iostream>
+#include <limits>
+#include <sstream>
+#include <stdexcept>
 
 namespace {
 
 using namespace bench;
 
-struct Options {
-  std::int64_t rounds = 200;
-  std::string csv;
-  std::string marks = BENCH_MARKS_FILE;
-};
-
-// Takes the options of this program from the arguments that the benchmark library has left. False when one is unknown.
-bool parse(int argc, char** argv, Options& options) {
-  for (int i = 1; i < argc; ++i) {
-    const std::string argument = argv[i];
-    const std::string value = argument.substr(argument.find('=') + 1);
-    const std::int64_t number = std::strtoll(value.c_str(), nullptr, 10);
-    if (argument.starts_with("--rounds=") && number > 0) {
-      options.rounds = number;
-    } else if (argument.starts_with("--csv=")) {
-      options.csv = value;
-    } else if (argument.starts_with("--marks=")) {
-      options.marks = value;
-    } else {
-      std::cerr << "unknown argument: " << argument << '\n';
-      return false;
-    }
-  }
-  return true;
-}
-
-// One iteration is one round of all routines of the case.
+// The contestants of one transform, each held against the definition.
 template <class T>
-void run(benchmark::State& state, Family family, int n, const CoreCycles& counter, std::vector<Case>& cases) {
-  Contest<T> contest(family, n);
-  for ([[maybe_unused]] auto iteration : state) {
-    contest.round(counter);
-  }
-  cases.push_back(contest.result());
-  for (const auto& side : {cases.back().ours, cases.back().peers}) {
-    for (const Measurement& measurement : side) {
-      state.counters[measurement.name] = measurement.nanoseconds;
-    }
-  }
-}
-
-template <class T>
-void registerCases(std::int64_t rounds, const CoreCycles& counter, std::vector<Case>& cases) {
-  for (const Family family : kFamilies) {
-    for (int n = kShortest; n <= kLongest; ++n) {
-      const std::string name =
-          std::string(shortName(family)) + '/' + std::string(kTypeName<T>) + '/' + std::to_string(n);
-      benchmark::RegisterBenchmark(name.c_str(), [=, &counter, &cases](benchmark::State& state) {
-        run<T>(state, family, n, counter, cases);
-      })->Iterations(rounds);
-    }
-  }
-}
-
-// Prints the machine, then leaves the results to the table.
-class ContextReporter : public benchmark::BenchmarkReporter {
+class Transform {
 public:
-  bool ReportContext(const Context& context) override {
-    PrintBasicContext(&std::cerr, context);
-    return true;
+  Transform(Family family, int n) : family_(family), n_(n) {
+    std::mt19937_64 engine(static_cast<std::uint64_t>(n));
+    numbers_ = randomNumbers<T>(numberCount(family, n), engine);
+    exact_ = Reference<long double>(n)(family, numbers_);
   }
-  void ReportRuns(const std::vector<Run>& /*runs*/) override {}
+
+  // Throws std::runtime_error when a routine computes something else.
+  void add(const LevelLibrary& library) {
+    using Function = TfmStatus(const T*, T*, std::int32_t);
+    for (const Entry& entry : entries(family_)) {
+      for (Function* const function : library.find<Function>(symbol<T>(entry, n_))) {
+        const auto call = [function](const T* from, T* to) { function(from, to, TFM_NO_DIV); };
+        const Routine routine{entry.name, "tfmgen", entry.in, entry.out,
+                              backToBack([call, this] { call(arrays_.src(), arrays_.dst()); })};
+        if (const std::string fault = faultOf(routine); !fault.empty()) {
+          throw std::runtime_error(library.level() + ": " + fault);
+        }
+        addOurs(entry.name, library.level(), call, arrays_.src(), arrays_.dst(), Arrays<T>::kSize, contestants_);
+      }
+    }
+  }
+
+  // A peer that computes something else is left out.
+  void addPeers() {
+    for (const Routine& routine : peerRoutines(family_, n_, arrays_)) {
+      if (const std::string fault = faultOf(routine); !fault.empty()) {
+        std::cerr << "left out: " << fault << '\n';
+        continue;
+      }
+      // Some inverse transforms overwrite their source.
+      const auto prepare = [this, routine] { load(routine, n_, numbers_, arrays_); };
+      contestants_.push_back({Role::peer, routine.name, "", routine.repeat, prepare});
+    }
+  }
+
+  [[nodiscard]] std::vector<LevelCase> times(int rounds) const {
+    return contest(std::string(shortName(family_)), std::string(kTypeName<T>), n_, contestants_, rounds);
+  }
+
+private:
+  [[nodiscard]] std::string faultOf(const Routine& routine) const {
+    load(routine, n_, numbers_, arrays_);
+    routine.repeat(1);
+    const double error = relativeError(result(routine, n_, arrays_), exact_);
+    if (error < 64 * static_cast<double>(std::numeric_limits<T>::epsilon())) {
+      return "";
+    }
+    std::ostringstream message;
+    message << routine.name << " does not compute " << shortName(family_) << '/' << kTypeName<T> << '/' << n_
+            << ": relative error " << error;
+    return message.str();
+  }
+
+  Family family_;
+  int n_;
+  Arrays<T> arrays_;
+  std::vector<T> numbers_;
+  std::vector<long double> exact_;
+  std::vector<Contestant> contestants_;
 };
 
-void runAll(const Options& options) {
-  const Marks marks = readMarks(options.marks);
-  std::ofstream csv;
-  if (!options.csv.empty()) {
-    csv.exceptions(std::ios::badbit | std::ios::failbit); // before the long run, not after it
-    csv.open(options.csv);
-  }
-  const CoreCycles counter;
-  std::vector<Case> cases;
-  registerCases<float>(options.rounds, counter, cases);
-  registerCases<double>(options.rounds, counter, cases);
-  ContextReporter reporter;
-  benchmark::RunSpecifiedBenchmarks(&reporter);
-
-  const std::vector<Row> table = rows(cases, marks);
-  std::cout << "library version " << tfmgenGetLibVersion()->version << ", time stamp counter at "
-            << ticksPerNanosecond() << " GHz\n";
-  printTable(std::cout, table, counter.available());
-  printSummary(std::cout, table);
-  if (csv.is_open()) {
-    writeCsv(csv, table);
-    csv.flush();
+template <class T>
+void compareAll(Family family, const ContestOptions& options, const std::vector<LevelLibrary>& libraries,
+                std::vector<LevelCase>& cases) {
+  for (int n = kShortest; n <= kLongest; ++n) {
+    if (options.takes(std::string(shortName(family)), std::string(kTypeName<T>), n)) {
+      Transform<T> transform(family, n);
+      for (const LevelLibrary& library : libraries) {
+        transform.add(library);
+      }
+      transform.addPeers();
+      const auto found = transform.times(options.rounds);
+      cases.insert(cases.end(), found.begin(), found.end());
+    }
   }
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  Options options;
-  if (!parse(argc, argv, options)) {
-    return 2;
-  }
+  const ContestOptions options = parseContest(argc, argv);
   try {
-    runAll(options);
+    const std::vector<LevelLibrary> libraries = levelLibraries(options.levels);
+    std::vector<LevelCase> cases;
+    for (const Family family : kFamilies) {
+      compareAll<float>(family, options, libraries, cases);
+      compareAll<double>(family, options, libraries, cases);
+    }
+    printContest(cases, libraries, options);
     return 0;
   } catch (const std::exception& error) {
     std::cerr << error.what() << '\n';

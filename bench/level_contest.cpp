@@ -10,6 +10,8 @@
 #include <limits>
 #include <sstream>
 #include <stdexcept>
+#include <tuple>
+#include <utility>
 
 namespace bench {
 
@@ -26,10 +28,15 @@ double timeOf(const Contestant& contestant, std::int64_t calls) {
 
 struct Mark {
   std::map<std::string, double> cycles; // by level
-  std::string peer;
-  double peerCycles;
+  std::string library;
+  double libraryCycles;
 };
-using Marks = std::map<std::pair<std::string, int>, Mark>; // type and n
+using Marks = std::map<std::tuple<std::string, std::string, int>, Mark>; // family, type and n
+
+// The library of a peer: fftw of fftw-r2c-pat.
+std::string libraryOf(const std::string& peer) {
+  return peer.substr(0, peer.find('-'));
+}
 
 Marks readMarks(const std::string& path) {
   std::ifstream file(path);
@@ -41,26 +48,39 @@ Marks readMarks(const std::string& path) {
   while (std::getline(file, line)) {
     std::replace(line.begin(), line.end(), ',', ' ');
     std::istringstream fields(line);
+    std::string family;
     std::string type;
     int n = 0;
     Mark mark;
-    if (!(fields >> type >> n >> mark.cycles["default"] >> mark.cycles["x86-64-v3"] >> mark.cycles["x86-64-v4"] >>
-          mark.peer >> mark.peerCycles)) {
+    if (!(fields >> family >> type >> n >> mark.cycles["default"] >> mark.cycles["x86-64-v3"] >>
+          mark.cycles["x86-64-v4"] >> mark.library >> mark.libraryCycles)) {
       throw std::runtime_error("malformed line of marks: " + line);
     }
-    marks[{type, n}] = mark;
+    mark.library = libraryOf(mark.library);
+    marks[{family, type, n}] = mark;
   }
   return marks;
 }
 
-double fastestPeer(const LevelCase& measured, const std::vector<LevelLibrary>& libraries) {
-  double least = kNever;
-  for (const auto& [name, time] : measured.nanoseconds) {
-    const bool isOurs = std::any_of(libraries.begin(), libraries.end(),
-                                    [&, &who = name](const LevelLibrary& library) { return library.level() == who; });
-    least = isOurs ? least : std::min(least, time);
+// The fastest routine of one library, of any when `library` is empty; its time is kNever when there is none.
+std::pair<std::string, double> fastestPeer(const LevelCase& measured, const std::string& library = "") {
+  std::pair<std::string, double> best{"-", kNever};
+  for (const auto& [name, time] : measured.peers) {
+    if ((library.empty() || libraryOf(name) == library) && time < best.second) {
+      best = {name, time};
+    }
   }
-  return least;
+  return best;
+}
+
+// Time of a level's mark on this machine; kNever where there is none.
+double markTime(const LevelCase& measured, const std::string& level, const Marks& marks) {
+  const auto mark = marks.find({measured.family, measured.type, measured.n});
+  if (mark == marks.end()) {
+    return kNever;
+  }
+  const double carrier = fastestPeer(measured, mark->second.library).second;
+  return mark->second.cycles.at(level) * carrier / mark->second.libraryCycles;
 }
 
 // Geometric mean and worst of ratios.
@@ -78,7 +98,7 @@ public:
     }
   }
   void print(const std::string& what) const {
-    std::printf("%-32s geometric mean %5.3f, worst %5.3f (%s), %d of %d above 1\n", what.c_str(),
+    std::printf("%-44s geometric mean %5.3f, worst %5.3f (%s), %d of %d above 1\n", what.c_str(),
                 std::exp(logarithms_ / std::max(count_, 1)), worst_, worstName_.c_str(), slower_, count_);
   }
 
@@ -90,37 +110,90 @@ private:
   std::string worstName_;
 };
 
+void writeCsv(const std::string& path, const std::vector<LevelCase>& cases, const std::vector<LevelLibrary>& libraries,
+              const Marks& marks) {
+  std::ofstream file(path);
+  file << "family,type,n,routine,level,ns,dependent_ns,best_peer,best_peer_ns,mark_ns\n";
+  for (const LevelCase& measured : cases) {
+    const auto [peer, peerTime] = fastestPeer(measured);
+    for (const LevelLibrary& library : libraries) {
+      const std::string& level = library.level();
+      file << measured.family << ',' << measured.type << ',' << measured.n << ',' << measured.routine << ',' << level
+           << ',' << measured.ours.at(level) << ',' << measured.dependent.at(level) << ',' << peer << ',' << peerTime
+           << ',' << markTime(measured, level, marks) << '\n';
+    }
+  }
+  if (!file.flush()) {
+    throw std::runtime_error("cannot write " + path);
+  }
+}
+
 } // namespace
 
-std::map<std::string, double> leastTimes(const std::vector<Contestant>& contestants, int rounds) {
+std::vector<LevelCase> contest(const std::string& family, const std::string& type, int n,
+                               const std::vector<Contestant>& contestants, int rounds) {
   std::vector<std::int64_t> calls;
+  std::vector<double> least(contestants.size(), kNever);
   for (const Contestant& contestant : contestants) {
+    contestant.prepare();
     contestant.repeat(1);
     calls.push_back(1 + static_cast<std::int64_t>(kBlockNanoseconds / timeOf(contestant, 4)));
   }
-  std::map<std::string, double> least;
   for (int round = 0; round < rounds; ++round) {
     for (std::size_t i = 0; i < contestants.size(); ++i) {
-      contestants[i].repeat(1); // code and data back in the caches
-      double& time = least.try_emplace(contestants[i].name, kNever).first->second;
-      time = std::min(time, timeOf(contestants[i], calls[i]));
+      contestants[i].prepare();
+      contestants[i].repeat(1 + calls[i] / 64); // code, branches and data back in the caches
+      least[i] = std::min(least[i], timeOf(contestants[i], calls[i]));
     }
   }
-  return least;
+
+  std::map<std::string, LevelCase> cases;
+  std::map<std::string, double> peers;
+  const auto take = [](std::map<std::string, double>& times, const std::string& name, double time) {
+    double& known = times.try_emplace(name, kNever).first->second;
+    known = std::min(known, time);
+  };
+  for (std::size_t i = 0; i < contestants.size(); ++i) {
+    const Contestant& contestant = contestants[i];
+    if (contestant.role == Role::peer) {
+      take(peers, contestant.routine, least[i]);
+    } else {
+      LevelCase empty{family, type, n, contestant.routine, {}, {}, {}};
+      LevelCase& of = cases.try_emplace(contestant.routine, std::move(empty)).first->second;
+      take(contestant.role == Role::ours ? of.ours : of.dependent, contestant.level, least[i]);
+    }
+  }
+  std::vector<LevelCase> result;
+  for (auto& [routine, measured] : cases) {
+    measured.peers = peers;
+    result.push_back(std::move(measured));
+  }
+  return result;
+}
+
+bool ContestOptions::takes(const std::string& family, const std::string& type, int n) const {
+  return (family + '/' + type + '/' + std::to_string(n) + '/').starts_with(only);
 }
 
 ContestOptions parseContest(int argc, char** argv) {
   ContestOptions options;
   for (int i = 1; i < argc; ++i) {
     const std::string argument = argv[i];
-    const std::string prefix = "--rounds=";
-    if (argument.starts_with(prefix)) {
-      options.rounds = std::atoi(argument.c_str() + prefix.size());
-    } else {
+    const std::string value = argument.substr(argument.find('=') + 1);
+    const bool isOption = argument.starts_with("-");
+    if (argument.starts_with("--rounds=")) {
+      options.rounds = std::atoi(value.c_str());
+    } else if (argument.starts_with("--only=")) {
+      options.only = value;
+    } else if (argument.starts_with("--csv=")) {
+      options.csv = value;
+    } else if (!isOption) {
       options.levels.push_back(argument);
+    } else {
+      options.rounds = 0;
     }
-    if (options.rounds < 1 || (argument.starts_with("-") && !argument.starts_with(prefix))) {
-      std::fprintf(stderr, "usage: %s [--rounds=COUNT] [LEVEL...]\n", argv[0]);
+    if (options.rounds < 1) {
+      std::fprintf(stderr, "usage: %s [--rounds=COUNT] [--only=FAMILY/TYPE/N/] [--csv=FILE] [LEVEL...]\n", argv[0]);
       std::exit(2);
     }
   }
@@ -128,44 +201,41 @@ ContestOptions parseContest(int argc, char** argv) {
 }
 
 void printContest(const std::vector<LevelCase>& cases, const std::vector<LevelLibrary>& libraries,
-                  const std::string& marks) {
-  const Marks table = readMarks(marks);
+                  const ContestOptions& options) {
+  const Marks marks = readMarks(BENCH_MARKS_FILE);
   std::map<std::string, Summary> summaries;
-  std::printf("%-10s", "type n");
+  const std::string& first = libraries.front().level();
+  std::printf("%-28s", "routine type n");
   for (const LevelLibrary& library : libraries) {
-    std::printf(" %12s %7s %7s", (library.level() + " ns").c_str(), "peer", "mark");
+    std::printf(" %12s %7s %7s %9s", (library.level() + " ns").c_str(), "peer", "mark", "dependent");
   }
   std::puts("  peers ns");
   for (const LevelCase& measured : cases) {
-    const std::string name = measured.type + ' ' + std::to_string(measured.n);
-    const double peer = fastestPeer(measured, libraries);
-    std::printf("%-10s", name.c_str());
+    const std::string name = measured.routine + ' ' + measured.type + ' ' + std::to_string(measured.n);
+    const double peer = fastestPeer(measured).second;
+    std::printf("%-28s", name.c_str());
     for (const LevelLibrary& library : libraries) {
       const std::string& level = library.level();
-      const double time = measured.nanoseconds.at(level);
-      double toMark = 0;
-      if (const auto mark = table.find({measured.type, measured.n}); mark != table.end()) {
-        const auto carrier = measured.nanoseconds.find(mark->second.peer);
-        if (carrier != measured.nanoseconds.end()) {
-          toMark = time * mark->second.peerCycles / (mark->second.cycles.at(level) * carrier->second);
-        }
-      }
-      std::printf(" %12.2f %7.3f %7.3f", time, time / peer, toMark);
-      summaries[measured.type + ' ' + level + " to the fastest peer"].add(time / peer, name);
-      summaries[measured.type + ' ' + level + " to the mark"].add(toMark, name);
-      summaries[measured.type + ' ' + level + " to " + libraries.front().level()].add(
-          time / measured.nanoseconds.at(libraries.front().level()), name);
+      const double time = measured.ours.at(level);
+      const double dependent = measured.dependent.at(level);
+      const double mark = markTime(measured, level, marks);
+      std::printf(" %12.2f %7.3f %7.3f %9.2f", time, time / peer, time / mark, dependent);
+      const std::string group = measured.family + ' ' + measured.type + ' ' + level;
+      summaries[group + " to the fastest peer"].add(time / peer, name);
+      summaries[group + " to the mark"].add(time / mark, name);
+      summaries[group + " to " + first].add(time / measured.ours.at(first), name);
+      summaries[group + " to " + first + ", dependent"].add(dependent / measured.dependent.at(first), name);
     }
-    for (const auto& [who, time] : measured.nanoseconds) {
-      if (std::none_of(libraries.begin(), libraries.end(),
-                       [&, &own = who](const LevelLibrary& library) { return library.level() == own; })) {
-        std::printf("  %s %.2f", who.c_str(), time);
-      }
+    for (const auto& [who, time] : measured.peers) {
+      std::printf("  %s %.2f", who.c_str(), time);
     }
     std::puts("");
   }
   for (const auto& [what, summary] : summaries) {
     summary.print(what);
+  }
+  if (!options.csv.empty()) {
+    writeCsv(options.csv, cases, libraries, marks);
   }
 }
 

@@ -3,42 +3,96 @@
 
 #include "level_library.hpp"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace bench {
 
-// Several of one name are copies of one routine.
+// What a contestant's time stands for.
+enum class Role {
+  ours,      // ours, calls back to back on the same arrays
+  dependent, // ours, each call reads the last one's result
+  peer
+};
+
+// Several of one role, routine and name are copies of one routine.
 struct Contestant {
-  std::string name;
+  Role role;
+  std::string routine; // "tfmgHartley"; for a peer its own name, "fftw-dht-pat"
+  std::string level;   // of ours
   std::function<void(std::int64_t calls)> repeat;
+  std::function<void()> prepare = [] {}; // fills the arrays, before each block of calls
 };
 
-// The contestants of one transform; the names of ours are the levels.
+// One routine of ours beside the peers that compute the same.
 struct LevelCase {
-  std::string type; // f32, f64
-  int n;            // length or order, as in the table of marks
-  std::map<std::string, double> nanoseconds;
+  std::string family; // cfwd, cinv, rfwd, rinv, dht, wht, dct4, as in the table of marks
+  std::string type;   // f32, f64
+  int n;              // length or order
+  std::string routine;
+  std::map<std::string, double> ours;      // nanoseconds of a call by level
+  std::map<std::string, double> dependent; // the same with dependent calls
+  std::map<std::string, double> peers;     // by name
 };
 
-// Nanoseconds of a call by name, the least of all copies and rounds. Contestants take turns in short blocks of
-// calls, so that whatever disturbs the machine meets all of them.
-std::map<std::string, double> leastTimes(const std::vector<Contestant>& contestants, int rounds);
+// The case of each routine of ours among the contestants of one transform; the least of all copies and rounds. The
+// contestants take turns in short blocks of calls, so that whatever disturbs the machine meets all of them.
+std::vector<LevelCase> contest(const std::string& family, const std::string& type, int n,
+                               const std::vector<Contestant>& contestants, int rounds);
 
-// What a program of such contests is asked for: [--rounds=COUNT] [LEVEL...]. Exits with a message when it is not that.
+// Adds a routine of ours in both roles. Chains of calls go from one array to the other and back, on zeros, which stay
+// what they are however many calls there are.
+template <class T, class Call>
+void addOurs(const std::string& routine, const std::string& level, Call call, T* src, T* dst, std::size_t count,
+             std::vector<Contestant>& contestants) {
+  const auto separate = [=](std::int64_t calls) {
+    for (; calls > 0; --calls) {
+      call(src, dst);
+    }
+  };
+  const auto chain = [=](std::int64_t calls) {
+    T* from = src;
+    T* to = dst;
+    for (; calls > 0; --calls) {
+      call(from, to);
+      std::swap(from, to);
+    }
+  };
+  const auto ramp = [=] {
+    for (std::size_t i = 0; i < count; ++i) {
+      src[i] = static_cast<T>(static_cast<int>(i % 17) - 8) / 16;
+    }
+  };
+  const auto zeros = [=] {
+    std::fill_n(src, count, T(0));
+    std::fill_n(dst, count, T(0));
+  };
+  contestants.push_back({Role::ours, routine, level, separate, ramp});
+  contestants.push_back({Role::dependent, routine, level, chain, zeros});
+}
+
+// What a program of such contests is asked for. Exits with a message when it is not that.
 struct ContestOptions {
   int rounds = 100;
+  std::string only; // cases whose "family/type/n/" starts so
+  std::string csv;  // file for the figures
   std::vector<std::string> levels;
+
+  [[nodiscard]] bool takes(const std::string& family, const std::string& type, int n) const;
 };
 ContestOptions parseContest(int argc, char** argv);
 
-// One line for each case: time, ratio to the fastest peer of the run and ratio to the mark, for each level; then
-// geometric means and the worst case. The mark of a level is the best time known with its registers, core cycles of
-// another machine in the file `marks`, carried over by the peer that the same line names.
+// One line for each case: time, ratio to the fastest peer of the run, ratio to the mark and time of dependent calls,
+// for each level; then geometric means and worst cases. The mark of a level is the best time known with its registers,
+// core cycles of another machine, carried over by the peer that the same line of the table names. Writes the same
+// figures to the file that the options name.
 void printContest(const std::vector<LevelCase>& cases, const std::vector<LevelLibrary>& libraries,
-                  const std::string& marks);
+                  const ContestOptions& options);
 
 } // namespace bench

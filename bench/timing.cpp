@@ -1,8 +1,5 @@
 #include "timing.hpp"
 
-#include <linux/perf_event.h>
-#include <sys/syscall.h>
-#include <unistd.h>
 #include <x86intrin.h>
 
 #include <chrono>
@@ -29,30 +26,6 @@ double ticksPerNanosecond() {
     return static_cast<double>(ticks) / std::chrono::duration<double, std::nano>(now - start).count();
   }();
   return rate;
-}
-
-CoreCycles::CoreCycles() {
-  perf_event_attr attributes{};
-  attributes.type = PERF_TYPE_HARDWARE;
-  attributes.size = sizeof(attributes);
-  attributes.config = PERF_COUNT_HW_CPU_CYCLES;
-  attributes.exclude_kernel = 1;
-  attributes.exclude_hv = 1;
-  descriptor_ = static_cast<int>(syscall(SYS_perf_event_open, &attributes, 0, -1, -1, 0));
-}
-
-CoreCycles::~CoreCycles() {
-  if (available()) {
-    close(descriptor_);
-  }
-}
-
-std::uint64_t CoreCycles::read() const {
-  std::uint64_t cycles = 0;
-  if (!available() || ::read(descriptor_, &cycles, sizeof(cycles)) != sizeof(cycles)) {
-    return 0;
-  }
-  return cycles;
 }
 
 } // namespace bench

@@ -2,7 +2,7 @@
 // planned by measurement, and the half-length inverse MDCT of libavutil, which is a DCT-IV with its output in reverse
 // order.
 //
-//   bench_dct4 [--rounds=COUNT] [LEVEL...]
+//   bench_dct4 [--rounds=COUNT] [--only=dct4/TYPE/N/] [--csv=FILE] [LEVEL...]
 
 #include "level_contest.hpp"
 #include "samples.hpp"
@@ -58,7 +58,7 @@ void addFftw(int n, const Samples<T>& src, const Samples<T>& dst, std::vector<Co
   using A = Api<T>;
   const auto plan = A::fftwPlan(n, src.get(), dst.get(), FFTW_REDFT11, FFTW_MEASURE);
   const std::shared_ptr<void> owner(plan, [plan](void*) { A::fftwDestroy(plan); });
-  contestants.push_back({"fftw-redft11-meas", [owner, plan](std::int64_t calls) {
+  contestants.push_back({Role::peer, "fftw-redft11-meas", "", [owner, plan](std::int64_t calls) {
                            for (; calls > 0; --calls) {
                              A::fftwExecute(plan);
                            }
@@ -74,7 +74,7 @@ void addAvTx(int n, const Samples<T>& src, const Samples<T>& dst, std::vector<Co
     return;
   }
   const std::shared_ptr<AVTXContext> owner(context, [](AVTXContext* c) { av_tx_uninit(&c); });
-  contestants.push_back({"av_tx", [=, from = src.get(), to = dst.get()](std::int64_t calls) {
+  contestants.push_back({Role::peer, "av_tx", "", [=, from = src.get(), to = dst.get()](std::int64_t calls) {
                            for (; calls > 0; --calls) {
                              transform(owner.get(), to, from, sizeof(T));
                            }
@@ -82,30 +82,37 @@ void addAvTx(int n, const Samples<T>& src, const Samples<T>& dst, std::vector<Co
 }
 
 template <class T>
-LevelCase compare(int n, int rounds, const std::vector<LevelLibrary>& libraries) {
+std::vector<LevelCase> compare(int n, const ContestOptions& options, const std::vector<LevelLibrary>& libraries) {
   using Call = TfmStatus(const T*, T*, TfmgDCT4Plan*);
+  const std::string routine = "tfmgDCT4";
   const Samples<T> src(n);
   const Samples<T> dst(n);
   TfmgDCT4Plan* plan = nullptr; // one for all levels, whose plans are the same
   if (Api<T>::makePlan(&plan, n) != tfmStsOk) {
     throw std::runtime_error("no plan of length " + std::to_string(n));
   }
+  const std::shared_ptr<TfmgDCT4Plan> owner(plan, Api<T>::freePlan);
   std::vector<Contestant> contestants;
   for (const LevelLibrary& library : libraries) {
-    for (Call* const call : library.find<Call>(std::string("tfmgDCT4") + Api<T>::suffix)) {
-      contestants.push_back({library.level(), [=, from = src.get(), to = dst.get()](std::int64_t calls) {
-                               for (; calls > 0; --calls) {
-                                 call(from, to, plan);
-                               }
-                             }});
+    for (Call* const call : library.find<Call>(routine + Api<T>::suffix)) {
+      const auto transform = [call, plan](const T* from, T* to) { call(from, to, plan); };
+      addOurs(routine, library.level(), transform, src.get(), dst.get(), static_cast<std::size_t>(n), contestants);
     }
   }
   addFftw(n, src, dst, contestants);
   addAvTx(n, src, dst, contestants);
-  src.fill(); // planning writes to the arrays
-  LevelCase result{Api<T>::type, n, leastTimes(contestants, rounds)};
-  Api<T>::freePlan(plan);
-  return result;
+  return contest("dct4", Api<T>::type, n, contestants, options.rounds);
+}
+
+template <class T>
+void compareAll(const ContestOptions& options, const std::vector<LevelLibrary>& libraries,
+                std::vector<LevelCase>& cases) {
+  for (int n = kShortest; n <= kLongest; n *= 2) {
+    if (options.takes("dct4", Api<T>::type, n)) {
+      const auto found = compare<T>(n, options, libraries);
+      cases.insert(cases.end(), found.begin(), found.end());
+    }
+  }
 }
 
 } // namespace
@@ -115,13 +122,9 @@ int main(int argc, char** argv) {
   try {
     const std::vector<LevelLibrary> libraries = levelLibraries(options.levels);
     std::vector<LevelCase> cases;
-    for (int n = kShortest; n <= kLongest; n *= 2) {
-      cases.push_back(compare<float>(n, options.rounds, libraries));
-    }
-    for (int n = kShortest; n <= kLongest; n *= 2) {
-      cases.push_back(compare<double>(n, options.rounds, libraries));
-    }
-    printContest(cases, libraries, BENCH_DCT4_MARKS);
+    compareAll<float>(options, libraries, cases);
+    compareAll<double>(options, libraries, cases);
+    printContest(cases, libraries, options);
     return 0;
   } catch (const std::exception& error) {
     std::cerr << error.what() << '\n';

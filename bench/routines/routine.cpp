@@ -1,6 +1,7 @@
 #include "routine.hpp"
 
 #include <algorithm>
+#include <iterator>
 
 namespace bench {
 
@@ -43,9 +44,8 @@ std::vector<std::size_t> positions(Layout layout, int n) {
 }
 
 template <class T>
-std::vector<Routine> allRoutines(Family family, int n, const Arrays<T>& arrays) {
+std::vector<Routine> peerRoutines(Family family, int n, const Arrays<T>& arrays) {
   std::vector<Routine> routines;
-  addTfmgen(family, n, arrays, routines);
 #ifdef BENCH_FFTW
   addFftw(family, n, arrays, routines);
 #endif
@@ -55,6 +55,15 @@ std::vector<Routine> allRoutines(Family family, int n, const Arrays<T>& arrays) 
 #ifdef BENCH_AV_TX
   addAvTx(family, n, arrays, routines);
 #endif
+  return routines;
+}
+
+template <class T>
+std::vector<Routine> allRoutines(Family family, int n, const Arrays<T>& arrays) {
+  std::vector<Routine> routines;
+  addTfmgen(family, n, arrays, routines);
+  std::vector<Routine> peers = peerRoutines(family, n, arrays);
+  std::move(peers.begin(), peers.end(), std::back_inserter(routines));
   return routines;
 }
 
@@ -75,6 +84,8 @@ std::vector<T> result(const Routine& routine, int n, const Arrays<T>& arrays) {
   return numbers;
 }
 
+template std::vector<Routine> peerRoutines(Family, int, const Arrays<double>&);
+template std::vector<Routine> peerRoutines(Family, int, const Arrays<float>&);
 template std::vector<Routine> allRoutines(Family, int, const Arrays<float>&);
 template std::vector<Routine> allRoutines(Family, int, const Arrays<double>&);
 template void load(const Routine&, int, const std::vector<float>&, const Arrays<float>&);

@@ -79,6 +79,19 @@ private:
   std::unique_ptr<T, decltype(&std::free)> block_;
 };
 
+// A routine of ours for every length: tfmgDFTFwd_RToPerm.
+struct Entry {
+  Family family;
+  const char* name;
+  Layout in;
+  Layout out;
+};
+std::vector<Entry> entries(Family family);
+
+// Its name in the library for one length and type: tfmgDFTFwd_RToPerm_13_32f.
+template <class T>
+std::string symbol(const Entry& entry, int n);
+
 // Appends what the library has for this transform; nothing when it has none or was not there at configuration time.
 // Planning writes to the arrays.
 template <class T>
@@ -90,7 +103,9 @@ void addKissfft(Family family, int n, const Arrays<T>& arrays, std::vector<Routi
 template <class T>
 void addAvTx(Family family, int n, const Arrays<T>& arrays, std::vector<Routine>& routines);
 
-// All of them, ours first. They use `arrays` and must not outlive it.
+// Those of other libraries, and all of them, ours first. They use `arrays` and must not outlive it.
+template <class T>
+std::vector<Routine> peerRoutines(Family family, int n, const Arrays<T>& arrays);
 template <class T>
 std::vector<Routine> allRoutines(Family family, int n, const Arrays<T>& arrays);
 

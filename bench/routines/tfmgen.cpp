@@ -4,16 +4,12 @@
 
 #include <dlfcn.h>
 
+#include <algorithm>
+#include <iterator>
+
 namespace bench {
 
 namespace {
-
-struct Entry {
-  Family family;
-  const char* name;
-  Layout in;
-  Layout out;
-};
 
 constexpr std::array kEntries{
     Entry{Family::complexForward, "tfmgDFTFwd_CToC", Layout::complex, Layout::complex},
@@ -29,16 +25,27 @@ constexpr std::array kEntries{
 
 } // namespace
 
+std::vector<Entry> entries(Family family) {
+  std::vector<Entry> found;
+  std::copy_if(kEntries.begin(), kEntries.end(), std::back_inserter(found),
+               [=](const Entry& entry) { return entry.family == family; });
+  return found;
+}
+
+template <class T>
+std::string symbol(const Entry& entry, int n) {
+  std::string name = entry.name;
+  name.append("_").append(std::to_string(n)).append(sizeof(T) == sizeof(float) ? "_32f" : "_64f");
+  return name.append(entry.in == Layout::complex ? "c" : "");
+}
+
 // Entries are found by name, so that the comparison covers whatever the library under test exports.
 template <class T>
 void addTfmgen(Family family, int n, const Arrays<T>& arrays, std::vector<Routine>& routines) {
   using Function = TfmStatus(const T*, T*, std::int32_t);
-  const std::string type = sizeof(T) == sizeof(float) ? "_32f" : "_64f";
-  for (const Entry& entry : kEntries) {
-    std::string symbol = entry.name;
-    symbol.append("_").append(std::to_string(n)).append(type).append(entry.in == Layout::complex ? "c" : "");
-    auto* const function = reinterpret_cast<Function*>(dlsym(RTLD_DEFAULT, symbol.c_str()));
-    if (entry.family != family || function == nullptr) {
+  for (const Entry& entry : entries(family)) {
+    auto* const function = reinterpret_cast<Function*>(dlsym(RTLD_DEFAULT, symbol<T>(entry, n).c_str()));
+    if (function == nullptr) {
       continue;
     }
     const auto call = [function, src = arrays.src(), dst = arrays.dst()] { function(src, dst, TFM_NO_DIV); };
@@ -46,6 +53,8 @@ void addTfmgen(Family family, int n, const Arrays<T>& arrays, std::vector<Routin
   }
 }
 
+template std::string symbol<float>(const Entry&, int);
+template std::string symbol<double>(const Entry&, int);
 template void addTfmgen(Family, int, const Arrays<float>&, std::vector<Routine>&);
 template void addTfmgen(Family, int, const Arrays<double>&, std::vector<Routine>&);
 

@@ -1,7 +1,7 @@
 // Times the Walsh-Hadamard transform of every order, in the library of every level, beside FFTW, whose real transform
 // of rank m and length 2 in every direction is the same.
 //
-//   bench_wht [--rounds=COUNT] [LEVEL...]
+//   bench_wht [--rounds=COUNT] [--only=wht/TYPE/ORDER/] [--csv=FILE] [LEVEL...]
 
 #include "level_contest.hpp"
 #include "samples.hpp"
@@ -61,7 +61,7 @@ void addFftw(int order, const Samples<Real>& src, const Samples<Real>& dst, std:
     if (rigor.flag != FFTW_PATIENT || order <= kLastPatientOrder) {
       const auto plan = A::plan(order, twos.data(), src.get(), dst.get(), kinds.data(), rigor.flag);
       const std::shared_ptr<void> owner(plan, [plan](void*) { A::destroy(plan); });
-      contestants.push_back({rigor.name, [owner, plan](std::int64_t calls) {
+      contestants.push_back({Role::peer, rigor.name, "", [owner, plan](std::int64_t calls) {
                                for (; calls > 0; --calls) {
                                  A::execute(plan);
                                }
@@ -71,24 +71,34 @@ void addFftw(int order, const Samples<Real>& src, const Samples<Real>& dst, std:
 }
 
 template <class Real>
-LevelCase compare(int order, int rounds, const std::vector<LevelLibrary>& libraries) {
+std::vector<LevelCase> compare(int order, const ContestOptions& options, const std::vector<LevelLibrary>& libraries) {
   using Call = TfmStatus(const Real*, Real*, std::int32_t, std::uint8_t*);
+  const std::string routine = "tfmgWHT";
   const Samples<Real> src(1 << order);
   const Samples<Real> dst(1 << order);
   const Samples<Real> buffer(2 << order); // more than any order asks for
   std::vector<Contestant> contestants;
   for (const LevelLibrary& library : libraries) {
-    for (Call* const call : library.find<Call>("tfmgWHT_" + std::to_string(order) + Api<Real>::suffix)) {
-      contestants.push_back({library.level(), [&, call](std::int64_t calls) {
-                               for (; calls > 0; --calls) {
-                                 call(src.get(), dst.get(), TFM_NO_DIV, reinterpret_cast<std::uint8_t*>(buffer.get()));
-                               }
-                             }});
+    for (Call* const call : library.find<Call>(routine + "_" + std::to_string(order) + Api<Real>::suffix)) {
+      const auto transform = [call, work = reinterpret_cast<std::uint8_t*>(buffer.get())](const Real* from, Real* to) {
+        call(from, to, TFM_NO_DIV, work);
+      };
+      addOurs(routine, library.level(), transform, src.get(), dst.get(), std::size_t(1) << order, contestants);
     }
   }
   addFftw(order, src, dst, contestants);
-  src.fill(); // planning writes to the arrays
-  return {Api<Real>::type, order, leastTimes(contestants, rounds)};
+  return contest("wht", Api<Real>::type, order, contestants, options.rounds);
+}
+
+template <class Real>
+void compareAll(const ContestOptions& options, const std::vector<LevelLibrary>& libraries,
+                std::vector<LevelCase>& cases) {
+  for (int order = 1; order <= kOrders; ++order) {
+    if (options.takes("wht", Api<Real>::type, order)) {
+      const auto found = compare<Real>(order, options, libraries);
+      cases.insert(cases.end(), found.begin(), found.end());
+    }
+  }
 }
 
 } // namespace
@@ -98,13 +108,9 @@ int main(int argc, char** argv) {
   try {
     const std::vector<LevelLibrary> libraries = levelLibraries(options.levels);
     std::vector<LevelCase> cases;
-    for (int order = 1; order <= kOrders; ++order) {
-      cases.push_back(compare<float>(order, options.rounds, libraries));
-    }
-    for (int order = 1; order <= kOrders; ++order) {
-      cases.push_back(compare<double>(order, options.rounds, libraries));
-    }
-    printContest(cases, libraries, BENCH_WHT_MARKS);
+    compareAll<float>(options, libraries, cases);
+    compareAll<double>(options, libraries, cases);
+    printContest(cases, libraries, options);
     return 0;
   } catch (const std::exception& error) {
     std::cerr << error.what() << '\n';
