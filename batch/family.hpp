@@ -23,6 +23,11 @@ constexpr int spectrumLength(Format format, int n) {
   return format == Format::ccs ? n / 2 * 2 + 2 : n;
 }
 
+// Of odd lengths no bin is its own mirror but the first: Perm is Pack.
+constexpr Format storedAs(Format format, int n) {
+  return format == Format::perm && n % 2 != 0 ? Format::pack : format;
+}
+
 constexpr int sourceLength(Transform transform, Format format, int n) {
   return transform == Transform::realInverse ? spectrumLength(format, n) : n;
 }

@@ -31,8 +31,8 @@ inline constexpr auto kInRows = withIndices<kLongest + 1>([](auto... n) {
 template <int bytes, Transform transform, Format format, class Real>
 inline constexpr auto kInFrames = withIndices<kLongest + 1>([](auto... n) {
   const auto routine = [](auto length) -> FramesRoutine<Real>* {
-    if constexpr (length >= kShortest && length <= kLongestInRegisters) {
-      return InFrames<bytes, transform, format, Real, length>::run;
+    if constexpr (length >= kShortest && length <= longestInRegisters(format)) {
+      return InFrames<bytes, transform, storedAs(format, length), Real, length>::run;
     } else {
       return nullptr;
     }
@@ -67,11 +67,22 @@ constexpr bool isSlowInNarrowFrames(int n) {
 inline constexpr std::ptrdiff_t kLine = 64;              // bytes of a cache line
 inline constexpr std::ptrdiff_t kCollidingStride = 4096; // rows that far apart share one set of the first-level cache
 
-template <int bytes, Transform transform, Format format, class Real>
+// Bytes of every row that are copied at once where rows collide: whole lines, more than a register.
+template <int bytes>
+inline constexpr std::ptrdiff_t kStripBytes = bytes < kLine ? kLine : 2 * kLine;
+
+template <int bytes>
+TFMGEN_INLINE inline bool rowsCollide(std::ptrdiff_t stepBytes, int length) {
+  constexpr int shortest = bytes < kLine ? 0 : 40; // a register that is a line itself needs no second look at it
+  return stepBytes != 0 && stepBytes % kCollidingStride == 0 && length >= shortest;
+}
+
+template <int bytes, Transform transform, class Real>
 class LaneGroups {
 public:
   TFMGEN_INLINE explicit LaneGroups(const Batch& batch)
-      : batch_(batch), n_(batch.length), src_(side<const Unit>(batch.src)), dst_(side<Unit>(batch.dst)) {}
+      : batch_(batch), n_(batch.length), format_(batch.family->format), src_(side<const Unit>(batch.src)),
+        dst_(side<Unit>(batch.dst)) {}
 
   TFMGEN_INLINE std::int64_t run() const {
     const bool areFrames = src_.path == Path::frames && dst_.path == Path::frames;
@@ -79,7 +90,7 @@ public:
       return 0;
     }
     std::int64_t done = 0;
-    if (areFrames && n_ <= kLongestInRegisters) {
+    if (areFrames && n_ <= longestInRegisters(format_)) {
       done = runInRegisters();
     } else {
       if (src_.collides || dst_.collides) {
@@ -97,7 +108,7 @@ private:
   using Unit = std::conditional_t<isComplex(transform), double, Real>;
   using V = Vector<Unit, bytes>;
   static constexpr int kFrames = (isComplex(transform) ? 2 : 1) * kLanesOf<V>; // of a group
-  static constexpr int kStrip = kLine / sizeof(Unit) > kFrames ? kLine / sizeof(Unit) : kFrames;
+  static constexpr int kStrip = kStripBytes<bytes> / sizeof(Unit);
   static constexpr int kRows = kLongest + 2;
 
   enum class Path { rows, frames, scattered };
@@ -115,13 +126,23 @@ private:
   template <class Element, class Byte>
   TFMGEN_INLINE static PathSide<Element> side(const Side<Byte>& s) {
     const Path path = s.distance == 1 ? Path::rows : s.step == 1 ? Path::frames : Path::scattered;
-    const bool collides = kStrip > kFrames && path == Path::rows && s.step != 0 &&
-                          s.step * static_cast<std::ptrdiff_t>(sizeof(Unit)) % kCollidingStride == 0;
+    const bool collides = kStrip > kFrames && path == Path::rows &&
+                          rowsCollide<bytes>(s.step * static_cast<std::ptrdiff_t>(sizeof(Unit)), s.length);
     return {reinterpret_cast<Element*>(s.first), s.step, s.distance, s.length, path, collides};
   }
 
+  TFMGEN_INLINE FramesRoutine<Real>* routineInFrames() const {
+    if constexpr (transform == Transform::realForward || transform == Transform::realInverse) {
+      return format_ == Format::ccs    ? kInFrames<bytes, transform, Format::ccs, Real>.of[n_]
+             : format_ == Format::pack ? kInFrames<bytes, transform, Format::pack, Real>.of[n_]
+                                       : kInFrames<bytes, transform, Format::perm, Real>.of[n_];
+    } else {
+      return kInFrames<bytes, transform, Format::plain, Real>.of[n_];
+    }
+  }
+
   [[gnu::noinline]] std::int64_t runInRegisters() const {
-    auto* const routine = kInFrames<bytes, transform, format, Real>.of[n_];
+    auto* const routine = routineInFrames();
     std::int64_t f = 0;
     for (; f + kFrames <= batch_.count; f += kFrames) {
       routine(samples(src_.first + f * src_.distance), src_.distance, samples(dst_.first + f * dst_.distance),
@@ -176,8 +197,8 @@ private:
 
   TFMGEN_INLINE void transformRows(const Unit* x, std::ptrdiff_t sx, Unit* y, std::ptrdiff_t sy) const {
     const std::ptrdiff_t step = transform == Transform::realInverse ? sx : sy;
-    constexpr bool isCcs = format == Format::ccs;
-    const bool pairsAreEven = isCcs || (format == Format::perm && n_ % 2 == 0);
+    const bool isCcs = format_ == Format::ccs;
+    const bool pairsAreEven = isCcs || storedAs(format_, n_) == Format::perm;
     const std::ptrdiff_t middle = isCcs ? n_ : pairsAreEven ? 1 : n_ - 1;
     kInRows<bytes, transform, Real>.of[n_](samples(x), sx, samples(y), sy, {middle * step, pairsAreEven ? 0 : -step},
                                            static_cast<Real>(batch_.scale));
@@ -185,7 +206,7 @@ private:
 
   // The parts of a half spectrum that are zero by definition.
   TFMGEN_INLINE void clearZeros(Unit* y, std::ptrdiff_t step) const {
-    if constexpr (transform == Transform::realForward && format == Format::ccs) {
+    if (transform == Transform::realForward && format_ == Format::ccs) {
       storeUnaligned(y + step, V{});
       if (n_ % 2 == 0) {
         storeUnaligned(y + (n_ + 1) * step, V{});
@@ -294,6 +315,7 @@ private:
 
   const Batch& batch_;
   int n_;
+  Format format_;
   PathSide<const Unit> src_;
   PathSide<Unit> dst_;
 };
@@ -326,45 +348,94 @@ inline constexpr auto kInBlocks = withIndices<kLongest + 1>([](auto... n) {
 // The inverse transform is the forward one with its results in the order 0, n-1, n-2 .. 1: the operations of a kernel
 // are the same, and only the last of them, a sum or a difference, tells the two apart.
 template <int bytes>
-TFMGEN_INLINE inline std::int64_t transformBlockGroups(const Batch& batch) {
-  constexpr int frames = bytes / kBlockBytes;
-  const bool isInverse = batch.family->transform == Transform::complexInverse;
-  const auto& routines = kInBlocks<bytes>.of[batch.length];
-  const auto* const src = reinterpret_cast<const Tfm64f*>(batch.src.first);
-  auto* const dst = reinterpret_cast<Tfm64f*>(batch.dst.first);
-  const BlockLayout from{2 * batch.src.step, 2 * batch.src.distance};
-  const BlockLayout to{isInverse ? -2 * batch.dst.step : 2 * batch.dst.step, 2 * batch.dst.distance};
-  const std::ptrdiff_t others = isInverse ? 2 * batch.length * batch.dst.step : 0;
-  const bool areRows = batch.src.distance == 1 && batch.dst.distance == 1;
-  std::int64_t f = 0;
-  for (; f + frames <= batch.count; f += frames) {
-    if (areRows) {
-      routines.runRows(src + 2 * f, from.step, dst + 2 * f, to.step, others, batch.scale);
-    } else {
-      routines.run(src + f * from.distance, from, dst + f * to.distance, to, others, batch.scale);
+class BlockGroups {
+public:
+  TFMGEN_INLINE explicit BlockGroups(const Batch& batch)
+      : batch_(batch), routines_(kInBlocks<bytes>.of[batch.length]),
+        src_(reinterpret_cast<const Tfm64f*>(batch.src.first)), dst_(reinterpret_cast<Tfm64f*>(batch.dst.first)),
+        from_{2 * batch.src.step, 2 * batch.src.distance}, to_{2 * batch.dst.step, 2 * batch.dst.distance} {}
+
+  TFMGEN_INLINE std::int64_t run() const {
+    const bool areRows = batch_.src.distance == 1 && batch_.dst.distance == 1;
+    if (kFrames == 1 && batch_.count <= 4 && batch_.src.step == 1 && batch_.dst.step == 1) {
+      return 0; // a single call does the same with less to say
+    }
+    std::int64_t f = areRows && (collides(from_) || collides(to_)) ? runStrips() : 0;
+    for (; f + kFrames <= batch_.count; f += kFrames) {
+      if (areRows) {
+        transformRows(src_ + 2 * f, from_.step, dst_ + 2 * f, to_.step);
+      } else {
+        const BlockLayout to{results(to_.step), to_.distance};
+        routines_.run(src_ + f * from_.distance, from_, dst_ + f * to_.distance, to, others(to_.step), batch_.scale);
+      }
+    }
+    return f;
+  }
+
+private:
+  static constexpr int kFrames = bytes / kBlockBytes; // of a group
+  static constexpr int kStrip = kStripBytes<bytes> / kBlockBytes;
+  static constexpr std::ptrdiff_t kRow = 2 * kStrip; // doubles of a strip in a row
+
+  // The inverse transform is the forward one with its results in the order 0, n-1, n-2 .. 1: the operations of a kernel
+  // are the same, and only the last of them, a sum or a difference, tells the two apart.
+  [[nodiscard]] TFMGEN_INLINE bool isInverse() const { return batch_.family->transform == Transform::complexInverse; }
+  [[nodiscard]] TFMGEN_INLINE std::ptrdiff_t results(std::ptrdiff_t step) const { return isInverse() ? -step : step; }
+  [[nodiscard]] TFMGEN_INLINE std::ptrdiff_t others(std::ptrdiff_t step) const {
+    return isInverse() ? batch_.length * step : 0;
+  }
+
+  [[nodiscard]] TFMGEN_INLINE bool collides(const BlockLayout& rows) const {
+    return rowsCollide<bytes>(rows.step * static_cast<std::ptrdiff_t>(sizeof(Tfm64f)), batch_.length);
+  }
+
+  TFMGEN_INLINE void transformRows(const Tfm64f* x, std::ptrdiff_t sx, Tfm64f* y, std::ptrdiff_t sy) const {
+    routines_.runRows(x, sx, y, results(sy), others(sy), batch_.scale);
+  }
+
+  [[gnu::noinline]] std::int64_t runStrips() const {
+    alignas(kLine) Tfm64f in[kLongest * kRow];
+    alignas(kLine) Tfm64f out[kLongest * kRow];
+    std::int64_t f = 0;
+    for (; f + kStrip <= batch_.count; f += kStrip) {
+      const Tfm64f* const src = src_ + 2 * f;
+      Tfm64f* const dst = dst_ + 2 * f;
+      moveRows(src, from_.step, in, kRow);
+      for (int i = 0; i < kRow; i += 2 * kFrames) {
+        transformRows(in + i, kRow, out + i, kRow);
+      }
+      moveRows(out, kRow, dst, to_.step);
+    }
+    return f;
+  }
+
+  TFMGEN_INLINE void moveRows(const Tfm64f* from, std::ptrdiff_t fromStep, Tfm64f* to, std::ptrdiff_t toStep) const {
+    using V = Vector<Tfm64f, bytes>;
+    for (int e = 0; e < batch_.length; ++e) {
+      unroll<kRow / kLanesOf<V>>([&](auto i) TFMGEN_INLINE {
+        const V v = loadUnaligned<V>(from + e * fromStep + i * kLanesOf<V>);
+        storeUnaligned(to + e * toStep + i * kLanesOf<V>, v);
+      });
     }
   }
-  return f;
-}
+
+  const Batch& batch_;
+  const BlockRoutines<bytes>& routines_;
+  const Tfm64f* src_;
+  Tfm64f* dst_;
+  BlockLayout from_;
+  BlockLayout to_;
+};
 
 // ---- All families
 
-template <int bytes, Transform transform, Format format>
+template <int bytes, Transform transform>
 TFMGEN_INLINE inline std::int64_t transformLaneGroups(const Batch& batch) {
   if constexpr (isComplex(transform)) {
-    return LaneGroups<bytes, transform, format, Tfm32f>(batch).run();
+    return LaneGroups<bytes, transform, Tfm32f>(batch).run();
   } else {
-    return batch.family->elementBytes == sizeof(Tfm32f) ? LaneGroups<bytes, transform, format, Tfm32f>(batch).run()
-                                                        : LaneGroups<bytes, transform, format, Tfm64f>(batch).run();
-  }
-}
-
-template <int bytes, Transform transform>
-TFMGEN_INLINE inline std::int64_t transformSpectrumGroups(const Batch& batch) {
-  switch (batch.family->format) {
-  case Format::ccs: return transformLaneGroups<bytes, transform, Format::ccs>(batch);
-  case Format::pack: return transformLaneGroups<bytes, transform, Format::pack>(batch);
-  default: return transformLaneGroups<bytes, transform, Format::perm>(batch);
+    return batch.family->elementBytes == sizeof(Tfm32f) ? LaneGroups<bytes, transform, Tfm32f>(batch).run()
+                                                        : LaneGroups<bytes, transform, Tfm64f>(batch).run();
   }
 }
 
@@ -374,16 +445,16 @@ std::int64_t transformGroups(const Batch& batch) {
   case Transform::complexForward:
   case Transform::complexInverse:
     if (batch.family->elementBytes == sizeof(Tfm64fc)) {
-      return transformBlockGroups<bytes>(batch);
+      return BlockGroups<bytes>(batch).run();
     }
     return batch.family->transform == Transform::complexForward
-               ? transformLaneGroups<bytes, Transform::complexForward, Format::plain>(batch)
-               : transformLaneGroups<bytes, Transform::complexInverse, Format::plain>(batch);
-  case Transform::realForward: return transformSpectrumGroups<bytes, Transform::realForward>(batch);
-  case Transform::realInverse: return transformSpectrumGroups<bytes, Transform::realInverse>(batch);
+               ? transformLaneGroups<bytes, Transform::complexForward>(batch)
+               : transformLaneGroups<bytes, Transform::complexInverse>(batch);
+  case Transform::realForward: return transformLaneGroups<bytes, Transform::realForward>(batch);
+  case Transform::realInverse: return transformLaneGroups<bytes, Transform::realInverse>(batch);
   case Transform::hartley: break;
   }
-  return transformLaneGroups<bytes, Transform::hartley, Format::plain>(batch);
+  return transformLaneGroups<bytes, Transform::hartley>(batch);
 }
 
 } // namespace tfmgen::batch

@@ -8,7 +8,9 @@
 namespace tfmgen::batch {
 
 // The longest frames that are transposed in registers, between their memory and a kernel.
-inline constexpr int kLongestInRegisters = 16;
+constexpr int longestInRegisters(Format format) {
+  return format == Format::pack || format == Format::perm ? 8 : 16;
+}
 
 // Where the spectrum of a real signal deviates from one row of samples an element: distances in samples from the first
 // row to the only row of bin N/2, and to where row 2k would be the real part of bin k.

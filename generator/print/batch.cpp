@@ -10,8 +10,10 @@ namespace tfmgen::print {
 
 namespace {
 
-// Frames of this many elements at most go from their rows to registers without a block of memory between.
+// Frames of this many elements at most go from their rows to registers without a block of memory between. The rarer
+// formats of half spectra have a routine of their own where the block would cost most.
 constexpr int kLongestInRegisters = 16;
+constexpr int kLongestPackedInRegisters = 8;
 
 struct Names {
   const char* transform;
@@ -49,10 +51,17 @@ std::string kernelText(const std::string& head, const std::string& statements) {
          "  TFMGEN_INLINE static void run(const Source& x, const Destination& y, T s) {\n" + statements + "  }\n};\n";
 }
 
+bool isInRegisters(const std::string& format, int length) {
+  if (format == "perm" && length % 2 != 0) {
+    return false; // it is Pack
+  }
+  return length <= (format == "pack" || format == "perm" ? kLongestPackedInRegisters : kLongestInRegisters);
+}
+
 std::string routines(const Names& name, const std::string& sample, int length) {
   std::string text = "template struct InRows" + arguments(name.transform, sample, length) + ";\n";
   for (const char* format : name.formats) {
-    if (length <= kLongestInRegisters) {
+    if (isInRegisters(format, length)) {
       text += "template struct InFrames" +
               arguments(name.transform, std::string("Format::") + format + ", " + sample, length) + ";\n";
     }
