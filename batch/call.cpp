@@ -65,14 +65,6 @@ int groupFrames(const Family& family, int bytes) {
   return bytes / static_cast<int>(lane);
 }
 
-// Four frames in one piece: what a group saves of so short lengths is less than it costs to get there. Complex ones of
-// floats gain more, for their single calls move elements between lanes.
-bool areBestDoneSingly(const Batch& batch) {
-  const bool isShort = batch.length <= 5 || batch.length == 8; // as measured
-  const bool areFloats = isComplex(batch.family->transform) && batch.family->elementBytes == sizeof(Tfm32fc);
-  return batch.count <= 4 && isShort && !areFloats && batch.src.step == 1 && batch.dst.step == 1;
-}
-
 // Half a group or less is not worth a call, nor the question whether the processor could.
 template <int bytes>
 void transformAsWide(Batch& batch, int widestWanted) {
@@ -112,11 +104,9 @@ TfmStatus call(const Family& family, const void* src, TfmbLayout srcLayout, void
               {static_cast<std::byte*>(dst), dstLayout.step, dstLayout.distance,
                destinationLength(family.transform, family.format, length)},
               count};
-  if (!areBestDoneSingly(batch)) {
-    transformAsWide<64>(batch, bytes);
-    transformAsWide<32>(batch, bytes);
-    transformAsWide<16>(batch, bytes);
-  }
+  transformAsWide<64>(batch, bytes);
+  transformAsWide<32>(batch, bytes);
+  transformAsWide<16>(batch, bytes);
   transformSingly(batch);
   return tfmStsOk;
 }

@@ -357,9 +357,6 @@ public:
 
   TFMGEN_INLINE std::int64_t run() const {
     const bool areRows = batch_.src.distance == 1 && batch_.dst.distance == 1;
-    if (kFrames == 1 && batch_.count <= 4 && batch_.src.step == 1 && batch_.dst.step == 1) {
-      return 0; // a single call does the same with less to say
-    }
     std::int64_t f = areRows && (collides(from_) || collides(to_)) ? runStrips() : 0;
     for (; f + kFrames <= batch_.count; f += kFrames) {
       if (areRows) {
