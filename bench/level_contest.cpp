@@ -182,7 +182,7 @@ ContestOptions parseContest(int argc, char** argv) {
     const std::string value = argument.substr(argument.find('=') + 1);
     const bool isOption = argument.starts_with("-");
     if (argument.starts_with("--rounds=")) {
-      options.rounds = std::atoi(value.c_str());
+      options.rounds = static_cast<int>(std::strtol(value.c_str(), nullptr, 10));
     } else if (argument.starts_with("--only=")) {
       options.only = value;
     } else if (argument.starts_with("--csv=")) {
@@ -205,6 +205,8 @@ void printContest(const std::vector<LevelCase>& cases, const std::vector<LevelLi
   const Marks marks = readMarks(BENCH_MARKS_FILE);
   std::map<std::string, Summary> summaries;
   const std::string& first = libraries.front().level();
+  const std::string toFirst = " to " + first;
+  const std::string toFirstDependent = toFirst + ", dependent";
   std::printf("%-28s", "routine type n");
   for (const LevelLibrary& library : libraries) {
     std::printf(" %12s %7s %7s %9s", (library.level() + " ns").c_str(), "peer", "mark", "dependent");
@@ -223,8 +225,8 @@ void printContest(const std::vector<LevelCase>& cases, const std::vector<LevelLi
       const std::string group = measured.family + ' ' + measured.type + ' ' + level;
       summaries[group + " to the fastest peer"].add(time / peer, name);
       summaries[group + " to the mark"].add(time / mark, name);
-      summaries[group + " to " + first].add(time / measured.ours.at(first), name);
-      summaries[group + " to " + first + ", dependent"].add(dependent / measured.dependent.at(first), name);
+      summaries[group + toFirst].add(time / measured.ours.at(first), name);
+      summaries[group + toFirstDependent].add(dependent / measured.dependent.at(first), name);
     }
     for (const auto& [who, time] : measured.peers) {
       std::printf("  %s %.2f", who.c_str(), time);
