@@ -9,7 +9,6 @@
 #include "routines/routine.hpp"
 #include "tfmgen.h"
 
-#include <exception>
 #include <iostream>
 #include <limits>
 #include <sstream>
@@ -103,18 +102,10 @@ void compareAll(Family family, const ContestOptions& options, const std::vector<
 } // namespace
 
 int main(int argc, char** argv) {
-  const ContestOptions options = parseContest(argc, argv);
-  try {
-    const std::vector<LevelLibrary> libraries = levelLibraries(options.levels);
-    std::vector<LevelCase> cases;
+  return runContests(argc, argv, [](const auto& options, const auto& libraries, auto& cases) {
     for (const Family family : kFamilies) {
       compareAll<float>(family, options, libraries, cases);
       compareAll<double>(family, options, libraries, cases);
     }
-    printContest(cases, libraries, options);
-    return 0;
-  } catch (const std::exception& error) {
-    std::cerr << error.what() << '\n';
-    return 1;
-  }
+  });
 }

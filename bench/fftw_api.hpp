@@ -20,6 +20,7 @@ struct Fftw;
     static constexpr auto realToComplexPlan = &prefix##_plan_dft_r2c_1d;                                               \
     static constexpr auto complexToRealPlan = &prefix##_plan_dft_c2r_1d;                                               \
     static constexpr auto realToRealPlan = &prefix##_plan_r2r_1d;                                                      \
+    static constexpr auto gridPlan = &prefix##_plan_r2r;                                                               \
     static constexpr auto manyComplexPlan = &prefix##_plan_many_dft;                                                   \
     static constexpr auto manyRealToComplexPlan = &prefix##_plan_many_dft_r2c;                                         \
     static constexpr auto manyComplexToRealPlan = &prefix##_plan_many_dft_c2r;                                         \

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <fstream>
 #include <limits>
 #include <sstream>
@@ -175,6 +176,8 @@ bool ContestOptions::takes(const std::string& family, const std::string& type, i
   return (family + '/' + type + '/' + std::to_string(n) + '/').starts_with(only);
 }
 
+namespace {
+
 ContestOptions parseContest(int argc, char** argv) {
   ContestOptions options;
   for (int i = 1; i < argc; ++i) {
@@ -238,6 +241,22 @@ void printContest(const std::vector<LevelCase>& cases, const std::vector<LevelLi
   }
   if (!options.csv.empty()) {
     writeCsv(options.csv, cases, libraries, marks);
+  }
+}
+
+} // namespace
+
+int runContests(int argc, char** argv, const Compare& compare) {
+  const ContestOptions options = parseContest(argc, argv);
+  try {
+    const std::vector<LevelLibrary> libraries = levelLibraries(options.levels);
+    std::vector<LevelCase> cases;
+    compare(options, libraries, cases);
+    printContest(cases, libraries, options);
+    return 0;
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 1;
   }
 }
 

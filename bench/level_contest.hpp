@@ -77,7 +77,7 @@ void addOurs(const std::string& routine, const std::string& level, Call call, T*
   contestants.push_back({Role::dependent, routine, level, chain, zeros});
 }
 
-// What a program of such contests is asked for. Exits with a message when it is not that.
+// What a program of such contests is asked for.
 struct ContestOptions {
   int rounds = 100;
   std::string only; // cases whose "family/type/n/" starts so
@@ -86,13 +86,16 @@ struct ContestOptions {
 
   [[nodiscard]] bool takes(const std::string& family, const std::string& type, int n) const;
 };
-ContestOptions parseContest(int argc, char** argv);
 
-// One line for each case: time, ratio to the fastest peer of the run, ratio to the mark and time of dependent calls,
-// for each level; then geometric means and worst cases. The mark of a level is the best time known with its registers,
-// core cycles of another machine, carried over by the peer that the same line of the table names. Writes the same
-// figures to the file that the options name.
-void printContest(const std::vector<LevelCase>& cases, const std::vector<LevelLibrary>& libraries,
-                  const ContestOptions& options);
+// What compares all cases of a program and adds what it found.
+using Compare =
+    std::function<void(const ContestOptions&, const std::vector<LevelLibrary>&, std::vector<LevelCase>& found)>;
+
+// A program of such contests: reads its arguments, runs `compare` and prints one line for each case: time, ratio to the
+// fastest peer of the run, ratio to the mark and time of dependent calls, for each level; then geometric means and
+// worst cases. The mark of a level is the best time known with its registers, core cycles of another machine, carried
+// over by the peer that the same line of the table names. Writes the same figures to the file that the options name.
+// Returns what main returns.
+int runContests(int argc, char** argv, const Compare& compare);
 
 } // namespace bench

@@ -4,16 +4,14 @@
 //
 //   bench_dct4 [--rounds=COUNT] [--only=dct4/TYPE/N/] [--csv=FILE] [LEVEL...]
 
+#include "fftw_api.hpp"
 #include "level_contest.hpp"
 #include "samples.hpp"
 #include "tfmgen.h"
 
-#include <exception>
-#include <iostream>
 #include <memory>
 #include <stdexcept>
 
-#include <fftw3.h>
 extern "C" {
 #include <libavutil/tx.h>
 }
@@ -25,7 +23,7 @@ using namespace bench;
 constexpr int kShortest = 2;
 constexpr int kLongest = 65536;
 
-// The two precisions of FFTW and of the library under one name.
+// The two precisions of libavutil and of the library under one name.
 template <class T>
 struct Api;
 
@@ -35,9 +33,6 @@ struct Api<float> {
   static constexpr const char* suffix = "_32f";
   static constexpr auto makePlan = tfmgDCT4InitAlloc_32f;
   static constexpr auto freePlan = tfmgDCT4Free_32f;
-  static constexpr auto fftwPlan = fftwf_plan_r2r_1d;
-  static constexpr auto fftwExecute = fftwf_execute;
-  static constexpr auto fftwDestroy = fftwf_destroy_plan;
   static constexpr AVTXType avTx = AV_TX_FLOAT_MDCT;
 };
 
@@ -47,20 +42,17 @@ struct Api<double> {
   static constexpr const char* suffix = "_64f";
   static constexpr auto makePlan = tfmgDCT4InitAlloc_64f;
   static constexpr auto freePlan = tfmgDCT4Free_64f;
-  static constexpr auto fftwPlan = fftw_plan_r2r_1d;
-  static constexpr auto fftwExecute = fftw_execute;
-  static constexpr auto fftwDestroy = fftw_destroy_plan;
   static constexpr AVTXType avTx = AV_TX_DOUBLE_MDCT;
 };
 
 template <class T>
 void addFftw(int n, const Samples<T>& src, const Samples<T>& dst, std::vector<Contestant>& contestants) {
-  using A = Api<T>;
-  const auto plan = A::fftwPlan(n, src.get(), dst.get(), FFTW_REDFT11, FFTW_MEASURE);
-  const std::shared_ptr<void> owner(plan, [plan](void*) { A::fftwDestroy(plan); });
+  using A = Fftw<T>;
+  const auto plan = A::realToRealPlan(n, src.get(), dst.get(), FFTW_REDFT11, FFTW_MEASURE);
+  const std::shared_ptr<void> owner(plan, [plan](void*) { A::destroy(plan); });
   contestants.push_back({Role::peer, "fftw-redft11-meas", "", [owner, plan](std::int64_t calls) {
                            for (; calls > 0; --calls) {
-                             A::fftwExecute(plan);
+                             A::execute(plan);
                            }
                          }});
 }
@@ -118,16 +110,8 @@ void compareAll(const ContestOptions& options, const std::vector<LevelLibrary>& 
 } // namespace
 
 int main(int argc, char** argv) {
-  const ContestOptions options = parseContest(argc, argv);
-  try {
-    const std::vector<LevelLibrary> libraries = levelLibraries(options.levels);
-    std::vector<LevelCase> cases;
+  return runContests(argc, argv, [](const auto& options, const auto& libraries, auto& cases) {
     compareAll<float>(options, libraries, cases);
     compareAll<double>(options, libraries, cases);
-    printContest(cases, libraries, options);
-    return 0;
-  } catch (const std::exception& error) {
-    std::cerr << error.what() << '\n';
-    return 1;
-  }
+  });
 }

@@ -3,15 +3,12 @@
 //
 //   bench_wht [--rounds=COUNT] [--only=wht/TYPE/ORDER/] [--csv=FILE] [LEVEL...]
 
+#include "fftw_api.hpp"
 #include "level_contest.hpp"
 #include "samples.hpp"
 #include "tfmgen.h"
 
-#include <fftw3.h>
-
 #include <array>
-#include <exception>
-#include <iostream>
 #include <memory>
 
 namespace {
@@ -20,7 +17,7 @@ using namespace bench;
 
 constexpr int kOrders = 13;
 
-// The two precisions of FFTW and of the library under one name.
+// The two precisions of the library under one name.
 template <class Real>
 struct Api;
 
@@ -28,18 +25,12 @@ template <>
 struct Api<float> {
   static constexpr const char* type = "f32";
   static constexpr const char* suffix = "_32f";
-  static constexpr auto plan = fftwf_plan_r2r;
-  static constexpr auto execute = fftwf_execute;
-  static constexpr auto destroy = fftwf_destroy_plan;
 };
 
 template <>
 struct Api<double> {
   static constexpr const char* type = "f64";
   static constexpr const char* suffix = "_64f";
-  static constexpr auto plan = fftw_plan_r2r;
-  static constexpr auto execute = fftw_execute;
-  static constexpr auto destroy = fftw_destroy_plan;
 };
 
 struct Rigor {
@@ -52,14 +43,14 @@ constexpr int kLastPatientOrder = 9; // beyond, planning takes minutes and choos
 
 template <class Real>
 void addFftw(int order, const Samples<Real>& src, const Samples<Real>& dst, std::vector<Contestant>& contestants) {
-  using A = Api<Real>;
+  using A = Fftw<Real>;
   std::array<int, kOrders> twos{};
   twos.fill(2);
   std::array<fftw_r2r_kind, kOrders> kinds{};
   kinds.fill(FFTW_DHT);
   for (const Rigor& rigor : kRigors) {
     if (rigor.flag != FFTW_PATIENT || order <= kLastPatientOrder) {
-      const auto plan = A::plan(order, twos.data(), src.get(), dst.get(), kinds.data(), rigor.flag);
+      const auto plan = A::gridPlan(order, twos.data(), src.get(), dst.get(), kinds.data(), rigor.flag);
       const std::shared_ptr<void> owner(plan, [plan](void*) { A::destroy(plan); });
       contestants.push_back({Role::peer, rigor.name, "", [owner, plan](std::int64_t calls) {
                                for (; calls > 0; --calls) {
@@ -104,16 +95,8 @@ void compareAll(const ContestOptions& options, const std::vector<LevelLibrary>& 
 } // namespace
 
 int main(int argc, char** argv) {
-  const ContestOptions options = parseContest(argc, argv);
-  try {
-    const std::vector<LevelLibrary> libraries = levelLibraries(options.levels);
-    std::vector<LevelCase> cases;
+  return runContests(argc, argv, [](const auto& options, const auto& libraries, auto& cases) {
     compareAll<float>(options, libraries, cases);
     compareAll<double>(options, libraries, cases);
-    printContest(cases, libraries, options);
-    return 0;
-  } catch (const std::exception& error) {
-    std::cerr << error.what() << '\n';
-    return 1;
-  }
+  });
 }
