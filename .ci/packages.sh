@@ -2,7 +2,7 @@
 # Debian packages that building, testing and the demo need. Sourced by the scripts of the top folder. The presets
 # debug and fuzz need the run-time libraries of clang besides, lint its tools.
 packages=(cmake ninja-build g++ clang binutils python3 pkg-config libgtest-dev libeigen3-dev libsndfile1-dev libpng-dev
-  libcairo2-dev libclang-rt-dev clang-tidy clang-format)
+  libcairo2-dev libclang-rt-dev clang-tidy clang-format jq)
 
 # Installs what is missing where that is allowed; otherwise says what is missing and fails.
 need_packages() {

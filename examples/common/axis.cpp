@@ -53,8 +53,9 @@ std::vector<double> ticks(const Axis& axis, int count) {
   const double step = stepOf(axis, count);
   const auto [low, high] = std::minmax(axis.first, axis.last);
   std::vector<double> values;
-  for (double number = std::ceil(low / step - 1e-9); number <= high / step + 1e-9; ++number) {
-    values.push_back(number * step + 0.0); // no minus before a zero
+  const long last = std::lround(std::floor(high / step + 1e-9));
+  for (long number = std::lround(std::ceil(low / step - 1e-9)); number <= last; ++number) {
+    values.push_back(static_cast<double>(number) * step);
   }
   return values;
 }

@@ -10,7 +10,8 @@ namespace tfmgen::error {
 namespace {
 
 QuadMatrix square(std::size_t order) {
-  return QuadMatrix(order, std::vector<Quad>(order));
+  QuadMatrix zeros(order, std::vector<Quad>(order));
+  return zeros;
 }
 
 // The bin of a number of a half spectrum.

@@ -30,7 +30,8 @@ Matrix rounded(const QuadMatrix& rows, std::size_t columns) {
 }
 
 QuadMatrix zeros(std::size_t rows, std::size_t columns) {
-  return QuadMatrix(rows, Row(columns));
+  QuadMatrix out(rows, Row(columns));
+  return out;
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <set>
+#include <stdexcept>
 
 namespace tfmgen::pack {
 
@@ -185,6 +186,9 @@ private:
           best = &held;
         }
       }
+      if (best == nullptr) {
+        throw std::logic_error("a value that is wanted is in no register");
+      }
       chosen.push_back(*best);
       std::erase_if(missing, [best](int value) { return has(*best, value); });
     }
@@ -233,7 +237,7 @@ private:
       return lanes_ + lane;
     }
     for (const auto& [held, offset] : {std::pair(&a, 0), std::pair(&b, lanes_)}) {
-      const auto found = std::ranges::find(held->values, value);
+      const auto* const found = std::ranges::find(held->values, value);
       if (found != held->values.end()) {
         return offset + static_cast<int>(found - held->values.begin());
       }
@@ -267,7 +271,7 @@ private:
   }
 
   template <class Predicate>
-  LaneSet lanesWhere(int vector, Predicate holds) const {
+  [[nodiscard]] LaneSet lanesWhere(int vector, Predicate holds) const {
     LaneSet set = 0;
     for (int lane = 0; lane < lanes_; ++lane) {
       const int value = packing_.vectors[vector].at(lane);
@@ -286,6 +290,7 @@ private:
     const bool isDouble = shape.isDouble;
     const LaneSet used = lanesWhere(v, [](const Operation&) { return true; });
     std::vector<Operand> operands;
+    operands.reserve(static_cast<std::size_t>(shape.termCount));
     for (int k = 0; k < shape.termCount; ++k) {
       operands.push_back(operand(v, k));
     }

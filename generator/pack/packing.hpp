@@ -39,7 +39,7 @@ struct Dependences {
 };
 
 struct Packing {
-  Packing(const Program& program, int lanes);
+  Packing(const Program& program, int laneCount);
 
   int addVector(int level);
   void put(int value, Place place);

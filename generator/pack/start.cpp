@@ -14,7 +14,8 @@ struct Kind {
   std::size_t terms;
   bool hasFactor;
   bool isDifference;
-  auto operator<=>(const Kind&) const = default;
+  // clang-tidy 14 takes the zero that comparisons are rewritten with for a pointer.
+  auto operator<=>(const Kind&) const = default; // NOLINT(modernize-use-nullptr, readability-implicit-bool-conversion)
 };
 
 Kind kindOf(const Operation& operation) {
@@ -38,7 +39,7 @@ struct Candidate {
   std::vector<int> registers; // of the operands
   std::vector<int> lanes;
   int value;
-  auto operator<=>(const Candidate&) const = default;
+  auto operator<=>(const Candidate&) const = default; // NOLINT(modernize-use-nullptr): as above
 };
 
 Candidate candidate(const Program& program, const Packing& packing, int value) {

@@ -39,7 +39,7 @@ public:
   [[nodiscard]] int size() const { return kernel_.graph.end().position(); }
   // The lane of a register as far back as the arithmetic or the load that made it.
   [[nodiscard]] Lane origin(graph::Ref value, int lane) const;
-  [[nodiscard]] Operands operands(int node, int lane) const;
+  [[nodiscard]] Operands operands(int i, int lane) const; // of node i
   // The lanes that an output depends on.
   [[nodiscard]] bool isLive(int node, int lane) const { return number::at(number::at(isLive_, node), lane); }
   // Nodes with a live lane; operands precede their users.

@@ -136,7 +136,7 @@ private:
   }
 
   void pairAtBestDistance(const std::vector<std::pair<int, std::vector<int>>>& lists) {
-    int length = 0;
+    int length = 1;
     for (const auto& [node, elements] : lists) {
       length = std::max(length, *std::ranges::max_element(elements) + 1);
     }

@@ -73,14 +73,15 @@ private:
     return signedSum(left, right, rightSigns, width);
   }
 
-  int signedSum(int left, int right, const std::vector<Parts>& signs, int width) {
+  // first + signs * second
+  int signedSum(int first, int second, const std::vector<Parts>& signs, int width) {
     if (isAll(signs, 1)) {
-      return emit({Op::add, {left, right}, {}, {}, width});
+      return emit({Op::add, {first, second}, {}, {}, width});
     }
     if (isAll(signs, -1)) {
-      return emit({Op::subtract, {left, right}, {}, {}, width});
+      return emit({Op::subtract, {first, second}, {}, {}, width});
     }
-    return emit({Op::mixedSum, {left, right}, {}, signs, width});
+    return emit({Op::mixedSum, {first, second}, {}, signs, width});
   }
 
   int product(const Node& node) {

@@ -37,7 +37,7 @@ TFMGEN_INLINE inline void mergeBlock(const Element<V>* work, const Element<V>* t
   const auto transform = [=](const auto& column) TFMGEN_INLINE {
     const auto rotated = [=](auto j) TFMGEN_INLINE {
       constexpr std::ptrdiff_t entry = 2 * lanes * mergePosition(f, j);
-      constexpr std::ptrdiff_t block = 2 * lanes * f;
+      constexpr std::ptrdiff_t block = std::ptrdiff_t{2} * lanes * f;
       const Complex<V> z = column(j);
       return rotate(z, Complex<V>{loadBlocks<V>(table + entry, block), loadBlocks<V>(table + entry + lanes, block)});
     };
