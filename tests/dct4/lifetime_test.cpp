@@ -11,13 +11,18 @@
 namespace tfmgen::test {
 namespace {
 
+void* atAddress(std::uintptr_t address) {
+  return reinterpret_cast<void*>(address); // NOLINT(performance-no-int-to-ptr): the tests choose addresses
+}
+
 template <class T>
 class Dct4Lifetime : public ::testing::Test {
 protected:
   void SetUp() override { allocatorLog = {}; }
   void TearDown() override { allocatorLog = {}; }
 
-  static TfmgDCT4Plan* marker() { return reinterpret_cast<TfmgDCT4Plan*>(std::uintptr_t{64}); }
+  // A pointer that is left as it is; nothing is behind it.
+  static TfmgDCT4Plan* marker() { return static_cast<TfmgDCT4Plan*>(atAddress(64)); }
 
   static std::uintptr_t word(const void* buffer) {
     std::uintptr_t value = 0;
@@ -141,9 +146,9 @@ TYPED_TEST(Dct4Lifetime, BufferStartsAtAnyAddress) {
 // The same rule at chosen addresses, on both sides of bit 31.
 TYPED_TEST(Dct4Lifetime, FirstRecordFollowsTheSignOfTheLowAddressHalf) {
   for (const std::uintptr_t base : {std::uintptr_t{0x700040000000}, std::uintptr_t{0x7000c0000000}}) {
-    void* block = mmap(reinterpret_cast<void*>(base), 4096, PROT_READ | PROT_WRITE,
-                       MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED_NOREPLACE, -1, 0);
-    if (block != reinterpret_cast<void*>(base)) {
+    void* block =
+        mmap(atAddress(base), 4096, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED_NOREPLACE, -1, 0);
+    if (block != atAddress(base)) {
       GTEST_SKIP() << "the address is taken";
     }
     auto* buffer = static_cast<std::byte*>(block) + 8;

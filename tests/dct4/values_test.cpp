@@ -163,6 +163,7 @@ TYPED_TEST(Dct4Values, PlansOfOneLengthRunSideBySide) {
   const auto expected = this->transform(x);
   std::vector<std::thread> threads;
   std::vector<int> faults(3);
+  threads.reserve(faults.size());
   for (int& fault : faults) {
     threads.emplace_back([&] {
       const Plan<T> plan(4096);

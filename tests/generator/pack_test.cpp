@@ -258,7 +258,7 @@ std::vector<float> hardFloats() {
   std::vector<float> numbers{0.0F, -0.0F};
   for (int i = 0; i < 3000; ++i) {
     const auto word = static_cast<std::uint32_t>(random.bits());
-    const float any = std::bit_cast<float>(word);
+    const auto any = std::bit_cast<float>(word);
     numbers.push_back(std::isfinite(any) ? any : 1.0F);
     numbers.push_back(std::bit_cast<float>(word & 0x807FFFFFU));                 // denormal
     numbers.push_back(std::bit_cast<float>((word & 0x80FFFFFFU) | 0x00800000U)); // next to them

@@ -93,7 +93,7 @@ std::vector<float> execute(const RealKernel& kernel, const std::vector<float>& s
 std::vector<float> specialSamples(std::size_t count, test::Random& random) {
   std::vector<float> samples;
   for (std::size_t i = 0; i < count; ++i) {
-    const float plain = random.real<float>(test::Spread::wide);
+    const auto plain = random.real<float>(test::Spread::wide);
     const std::uint64_t kind = random.bits() % 16;
     const float magnitude = kind == 0 ? std::numeric_limits<float>::infinity() : 0;
     samples.push_back(kind < 14 ? std::copysign(magnitude, plain) : plain);

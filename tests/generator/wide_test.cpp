@@ -1,4 +1,5 @@
 // Programs for wide registers compute, lane by lane and bit for bit, what the kernels that they are made from compute.
+#include "bits.hpp"
 #include "hard_values.hpp"
 #include "lower/complex32.hpp"
 #include "lower/lane_moves.hpp"
@@ -11,7 +12,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 namespace {
 
@@ -146,8 +146,7 @@ void expectSameBits(const lower::Kernel& kernel, const wide::Program& program, c
   Machine machine(program, input);
   const Reals actual = machine.run();
   for (std::size_t i = 0; i < input.size(); ++i) {
-    const bool isSame = std::memcmp(&expected[i], &actual[i], sizeof(float)) == 0;
-    ASSERT_TRUE(isSame || (std::isnan(expected[i]) && std::isnan(actual[i])))
+    ASSERT_TRUE(test::isSameReal(expected[i], actual[i]))
         << "number " << i << " is " << actual[i] << " and should be " << expected[i];
   }
   ASSERT_TRUE(std::ranges::all_of(machine.writes(), [](int writes) { return writes == 1; }));

@@ -1,4 +1,5 @@
 // Every export of a level's library against the same export of the default one: the same bits, and NaN where NaN.
+#include "bits.hpp"
 #include "dct4.hpp"
 #include "families.hpp"
 #include "hard_values.hpp"
@@ -8,9 +9,6 @@
 #include <dlfcn.h>
 
 #include <gtest/gtest.h>
-
-#include <cmath>
-#include <cstring>
 
 namespace tfmgen::test {
 namespace {
@@ -51,8 +49,7 @@ private:
 template <class Real>
 ::testing::AssertionResult sameNumbers(const Real* expected, const Real* actual, std::size_t count) {
   for (std::size_t i = 0; i < count; ++i) {
-    const bool isSame = std::memcmp(expected + i, actual + i, sizeof(Real)) == 0;
-    if (!isSame && !(std::isnan(expected[i]) && std::isnan(actual[i]))) {
+    if (!isSameReal(expected[i], actual[i])) {
       return ::testing::AssertionFailure() << "number " << i << " is " << actual[i] << " and should be " << expected[i];
     }
   }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -16,6 +17,12 @@ inline std::uint64_t bitsAt(const void* address, std::size_t realBytes) {
   std::uint64_t bits = 0;
   std::memcpy(&bits, address, realBytes); // little-endian
   return bits;
+}
+
+// Equal with the sign of zero, or both NaN.
+template <class Real>
+bool isSameReal(Real a, Real b) {
+  return (a == b && std::signbit(a) == std::signbit(b)) || (std::isnan(a) && std::isnan(b));
 }
 
 // Compares `bytes` bytes and names the first real number that differs.
