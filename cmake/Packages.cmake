@@ -112,10 +112,17 @@ execute_process(COMMAND dpkg-parsechangelog -l ${PROJECT_SOURCE_DIR}/packaging/c
 set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_SOURCE_DIR}/packaging/timestamp.cmake)
 include(CPack)
 
-# Unpacks and uses the packages: needs `cpack` before.
+# What becomes of the packages, each after `cpack`: unpacks and uses them; compiles and packs once more elsewhere; installs
+# them into a bare Debian, uses and removes them.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
-add_custom_target(
-  check_packages
-  COMMAND ${Python3_EXECUTABLE} ${PROJECT_SOURCE_DIR}/tests/packages/check_packages.py ${PROJECT_BINARY_DIR}
-          ${CMAKE_C_COMPILER} ${CMAKE_CXX_COMPILER}
-  USES_TERMINAL VERBATIM)
+set(tests ${PROJECT_SOURCE_DIR}/tests)
+function(tfmgen_package_check name)
+  add_custom_target(
+    ${name}
+    COMMAND ${CMAKE_COMMAND} -E env PYTHONDONTWRITEBYTECODE=1 PYTHONPATH=${tests}/support ${Python3_EXECUTABLE}
+            ${tests}/packages/${name}.py ${ARGN}
+    USES_TERMINAL VERBATIM)
+endfunction()
+tfmgen_package_check(check_packages ${PROJECT_BINARY_DIR} ${CMAKE_C_COMPILER} ${CMAKE_CXX_COMPILER})
+tfmgen_package_check(check_reproducible ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR})
+tfmgen_package_check(check_system ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR})
