@@ -4,6 +4,7 @@
 //
 // --only=cfwd/f32/ takes the forward complex transforms of floats, --only=dht/ the Hartley transforms.
 
+#include "common/progress.hpp"
 #include "level_contest.hpp"
 #include "reference.hpp"
 #include "routines/routine.hpp"
@@ -86,6 +87,7 @@ private:
 template <class T>
 void compareAll(Family family, const ContestOptions& options, const std::vector<LevelLibrary>& libraries,
                 std::vector<LevelCase>& cases) {
+  Progress progress(std::string(shortName(family)) + ' ' + std::string(kTypeName<T>), kLongest - kShortest + 1);
   for (int n = kShortest; n <= kLongest; ++n) {
     if (options.takes(std::string(shortName(family)), std::string(kTypeName<T>), n)) {
       Transform<T> transform(family, n);
@@ -96,6 +98,7 @@ void compareAll(Family family, const ContestOptions& options, const std::vector<
       const auto found = transform.times(options.rounds);
       cases.insert(cases.end(), found.begin(), found.end());
     }
+    progress.reach(static_cast<std::size_t>(n - kShortest));
   }
 }
 

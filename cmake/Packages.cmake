@@ -2,9 +2,10 @@
 # leaves RUNPATH out: the loader's own configuration finds packaged libraries.
 find_program(DPKG_GENSYMBOLS dpkg-gensymbols REQUIRED) # Debian: dpkg-dev
 
+# The default is no address at all (RFC 2606): who gives packages away names somebody who answers.
 set(TFMGEN_MAINTAINER
-    "tfmgen maintainers <maintainers@tfmgen.org>"
-    CACHE STRING "Maintainer of the packages")
+    "tfmgen maintainers <maintainers@tfmgen.invalid>"
+    CACHE STRING "Maintainer of the packages, as Name <address>")
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_CONTACT ${TFMGEN_MAINTAINER})
 set(CPACK_PACKAGE_VENDOR tfmgen)
@@ -47,12 +48,13 @@ endmacro()
 
 # tfmgen_library_package(<target> <component> SUMMARY <line> DESCRIPTION <text> [DEPENDS <dependencies>]): the package of
 # a library. `shlibs` and `symbols` tell packages of its users what to depend on. CPack adds scripts that run ldconfig when
-# the package comes and goes.
+# the package comes and goes; `triggers` have it run once more when all packages are there.
 macro(tfmgen_library_package target component)
   set(package lib${target}${PROJECT_VERSION_MAJOR})
   set(control ${packages}/${package})
   tfmgen_package(${component} ${package} SECTION libs ${ARGN})
   file(WRITE ${control}/shlibs "lib${target} ${PROJECT_VERSION_MAJOR} ${package} (>= ${PROJECT_VERSION})\n")
+  file(WRITE ${control}/triggers "activate-noawait ldconfig\n")
   add_custom_command(
     OUTPUT ${control}/symbols
     COMMAND ${DPKG_GENSYMBOLS} -q -p${package} -v${PROJECT_VERSION} -e$<TARGET_FILE:${target}> -O${control}/symbols
@@ -60,7 +62,7 @@ macro(tfmgen_library_package target component)
     VERBATIM)
   list(APPEND package_files ${control}/symbols)
   set(CPACK_DEBIAN_${name}_PACKAGE_SHLIBDEPS ON)
-  set(CPACK_DEBIAN_${name}_PACKAGE_CONTROL_EXTRA ${control}/shlibs ${control}/symbols)
+  set(CPACK_DEBIAN_${name}_PACKAGE_CONTROL_EXTRA ${control}/shlibs ${control}/symbols ${control}/triggers)
 endmacro()
 
 set(same_version "(= ${PROJECT_VERSION})")
@@ -110,10 +112,17 @@ execute_process(COMMAND dpkg-parsechangelog -l ${PROJECT_SOURCE_DIR}/packaging/c
 set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_SOURCE_DIR}/packaging/timestamp.cmake)
 include(CPack)
 
-# Unpacks and uses the packages: needs `cpack` before.
+# What becomes of the packages, each after `cpack`: unpacks and uses them; compiles and packs once more elsewhere; installs
+# them into a bare Debian, uses and removes them.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
-add_custom_target(
-  check_packages
-  COMMAND ${Python3_EXECUTABLE} ${PROJECT_SOURCE_DIR}/tests/packages/check_packages.py ${PROJECT_BINARY_DIR}
-          ${CMAKE_C_COMPILER} ${CMAKE_CXX_COMPILER}
-  USES_TERMINAL VERBATIM)
+set(tests ${PROJECT_SOURCE_DIR}/tests)
+function(tfmgen_package_check name)
+  add_custom_target(
+    ${name}
+    COMMAND ${CMAKE_COMMAND} -E env PYTHONDONTWRITEBYTECODE=1 PYTHONPATH=${tests}/support ${Python3_EXECUTABLE}
+            ${tests}/packages/${name}.py ${ARGN}
+    USES_TERMINAL VERBATIM)
+endfunction()
+tfmgen_package_check(check_packages ${PROJECT_BINARY_DIR} ${CMAKE_C_COMPILER} ${CMAKE_CXX_COMPILER})
+tfmgen_package_check(check_reproducible ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR})
+tfmgen_package_check(check_system ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR})

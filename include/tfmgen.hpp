@@ -267,7 +267,10 @@ using RealOf = decltype(std::real(T{}));
 /** A length as the C interface takes it. 0, which no transform has, stands for arrays whose lengths do not fit and for
  * lengths beyond what the type holds: the status comes from the library. */
 constexpr std::int32_t lengthArgument(std::size_t length, bool fits) noexcept {
-  return fits && length <= 64 ? static_cast<std::int32_t>(length) : 0;
+  if (!fits || length > 64) [[unlikely]] {
+    return 0;
+  }
+  return static_cast<std::int32_t>(length);
 }
 
 /** The length that is named, or else the one that the types of all arrays tell. */
@@ -453,8 +456,10 @@ Status walshHadamard(const In& in, Out& out, Scale scale, std::uint8_t* buffer) 
     return Status{
         Routines::each[std::countr_zero(Length) - 1](std::ranges::data(in), std::ranges::data(out), flag, buffer)};
   } else {
+    // A power of two; 0 comes to an order that there is not. std::has_single_bit counts all bits, at length without
+    // POPCNT.
     const std::size_t length = std::ranges::size(in);
-    const bool fits = length == std::ranges::size(out) && std::has_single_bit(length);
+    const bool fits = length == std::ranges::size(out) && (length & (length - 1)) == 0;
     return Status{Routines::general(std::ranges::data(in), std::ranges::data(out), fits ? std::countr_zero(length) : 0,
                                     flag, buffer)};
   }

@@ -4,6 +4,7 @@
 //
 // Writes the report, and the data of its plot: family/type, length, ours, fftw, kissfft, av_tx in a line, "-" for none.
 
+#include "common/progress.hpp"
 #include "reference.hpp"
 
 #include <fstream>
@@ -108,14 +109,14 @@ Errors measure(Family family, int n, int vectors) {
 template <class T>
 Series measureLengths(Family family, int vectors) {
   Series series{family, std::string(kTypeName<T>), {}};
+  Progress progress(std::string(shortName(family)) + ' ' + series.type, kLongest - kShortest + 1);
   for (int n = kShortest; n <= kLongest; ++n) {
-    std::cerr << '\r' << shortName(family) << ' ' << series.type << ' ' << n << "   ";
+    progress.reach(static_cast<std::size_t>(n - kShortest));
     Errors errors = measure<T>(family, n, vectors);
     if (!errors.ours.empty()) {
       series.lengths.push_back(std::move(errors));
     }
   }
-  std::cerr << '\n';
   return series;
 }
 

@@ -37,7 +37,7 @@ def faults(row):
 def main(generator, measure, vectors, output=None):
     with tempfile.NamedTemporaryFile("w", suffix=".csv") as figures:
         subprocess.run([generator, "--errors"], check=True, stdout=figures)
-        text = subprocess.run([measure, figures.name, vectors], check=True, capture_output=True, text=True).stdout
+        text = subprocess.run([measure, figures.name, vectors], check=True, stdout=subprocess.PIPE, text=True).stdout
     if output:
         with open(output, "w", encoding="ascii") as file:
             file.write(text)

@@ -9,6 +9,7 @@
 //
 // The exact result is the definition in long double for 64-bit samples. For 32-bit samples it is the 64-bit routine of
 // the same transform, whose error is 2^-29 of theirs as long as its own line here is what it should be.
+#include "common/progress.hpp"
 #include "definition.hpp"
 #include "random.hpp"
 
@@ -347,7 +348,11 @@ private:
 constexpr int kOutputs = 128000; // at least
 
 template <class Real>
-void measureAll(const Table& table, int vectors) {
+void measureAll(const std::string& type, const Table& table, int vectors) {
+  constexpr std::size_t kLengths = kLongest - kShortest + 1;
+  constexpr std::size_t kKinds = 5;
+  Progress progress("measuring " + type, kKinds * kLengths);
+  std::size_t done = 0;
   const Noise<Real> noise;
   for (const Kind kind :
        {Kind::complexForward, Kind::complexInverse, Kind::realForward, Kind::realInverse, Kind::hartley}) {
@@ -355,6 +360,7 @@ void measureAll(const Table& table, int vectors) {
       Measurement<Real> measurement(kind, n, table, noise);
       measurement.run(std::max(vectors, kOutputs / n));
       measurement.print(table);
+      progress.reach(++done);
     }
   }
 }
@@ -371,8 +377,8 @@ int main(int argc, char** argv) {
   try {
     const tfmgen::test::Table table = tfmgen::test::readTable(argv[1]);
     std::cout << "name,scale,bound,predicted,measured,worst\n";
-    tfmgen::test::measureAll<float>(table, vectors);
-    tfmgen::test::measureAll<double>(table, vectors);
+    tfmgen::test::measureAll<float>("f32", table, vectors);
+    tfmgen::test::measureAll<double>("f64", table, vectors);
   } catch (const std::exception& error) {
     std::cerr << "measure_errors: " << error.what() << '\n';
     return 1;

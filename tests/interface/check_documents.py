@@ -9,6 +9,8 @@ import subprocess
 import sys
 import tempfile
 
+from examples import blocks
+
 PREAMBLE = """
 #include <tfmgen.hpp>
 #include <array>
@@ -29,7 +31,7 @@ int main() { example(); }
 
 def examples(source):
     for path in [source / "README.md", *sorted((source / "docs").rglob("*.md"))]:
-        for language, text in re.findall(r"^```(c|cpp)\n(.*?)^```", path.read_text(), re.M | re.S):
+        for language, text in blocks(path, "c", "cpp"):
             yield path.name, language, text
     header = source / "include" / "tfmgen.hpp"
     comment = header.read_text().split("*/")[0]

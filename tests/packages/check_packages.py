@@ -8,7 +8,7 @@ import shutil
 import sys
 import tempfile
 
-from users import run, use_cmake, use_pkg_config
+from users import LOADER, best_level, run, use_cmake, use_pkg_config
 
 LIBRARIES = {"libtfmcore6", "libtfmgen6"}
 # Only the owner of the rights can say what this file holds.
@@ -41,14 +41,9 @@ def check_reproducible(build, packages, work):
 
 def check_loader(libdir, program):
     """The loader takes the library of the highest level that the processor has."""
-    loader = "/lib64/ld-linux-x86-64.so.2"
-    supported = re.findall(r"^  (x86-64-v\d) \(supported, searched\)", run(loader, "--help"), re.M)
-    present = {path.name for path in (libdir / "glibc-hwcaps").iterdir()}
-    assert present, "no library of a level"
-    best = next((f"glibc-hwcaps/{level}/" for level in supported if level in present), "")
-    loaded = run(loader, "--library-path", libdir, "--list", program)
-    assert f"{libdir}/{best}libtfmgen.so.6 " in loaded, loaded
-    run(loader, "--library-path", libdir, program)
+    loaded = run(LOADER, "--library-path", libdir, "--list", program)
+    assert f"{libdir}/{best_level(libdir)}libtfmgen.so.6 " in loaded, loaded
+    run(LOADER, "--library-path", libdir, program)
 
 
 def check_with_lintian(packages):

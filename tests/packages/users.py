@@ -2,18 +2,28 @@
 
 import os
 import pathlib
+import re
 import subprocess
 
 CONSUMER = pathlib.Path(__file__).with_name("consumer")
+LOADER = "/lib64/ld-linux-x86-64.so.2"
 
 
-def run(*command, environment=None):
+def run(*command, environment=None, folder=None):
     """What the command prints; the end of all when it fails."""
-    outcome = subprocess.run([str(word) for word in command], capture_output=True, text=True,
+    outcome = subprocess.run([str(word) for word in command], capture_output=True, text=True, cwd=folder,
                              env={**os.environ, **(environment or {})})
     if outcome.returncode:
         raise SystemExit(f"{' '.join(map(str, command))}\n{outcome.stdout}{outcome.stderr}")
     return outcome.stdout
+
+
+def best_level(libdir):
+    """The folder below `libdir` with the library of the highest level that the processor has."""
+    supported = re.findall(r"^  (x86-64-v\d) \(supported, searched\)", run(LOADER, "--help"), re.M)
+    present = {path.name for path in (libdir / "glibc-hwcaps").iterdir()}
+    assert present, "no library of a level"
+    return next((f"glibc-hwcaps/{level}/" for level in supported if level in present), "")
 
 
 def use_cmake(work, package, compilers, *options):
