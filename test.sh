@@ -4,6 +4,9 @@ set -u -o pipefail
 cd "$(dirname "$0")" || exit 1
 . .ci/packages.sh
 
+# Tests side by side; nothing that they measure is time.
+export CTEST_PARALLEL_LEVEL=${CTEST_PARALLEL_LEVEL:-$(nproc)}
+
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 status=1

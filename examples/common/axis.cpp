@@ -9,6 +9,7 @@ namespace {
 constexpr double kTick = 6;   // length of the mark
 constexpr double kLabel = 10; // from the plot to the values
 constexpr double kPixelsPerTick = 64;
+constexpr double kBeyond = 0.01; // of a step, less than a pixel: a tick so little beyond an end stands at the end
 
 double stepOf(const Axis& axis, int count) {
   const double rough = std::abs(axis.last - axis.first) / count;
@@ -30,7 +31,8 @@ int countOf(double pixels) {
 
 // Pixels of a value from the start of an axis, in the middle of one.
 double offset(const Axis& axis, double value, double pixels) {
-  return std::floor((value - axis.first) / (axis.last - axis.first) * pixels) + 0.5;
+  const double share = std::clamp((value - axis.first) / (axis.last - axis.first), 0.0, 1.0);
+  return std::floor(share * pixels) + 0.5;
 }
 
 // Values stand on the side of the plot to which `direction` points.
@@ -53,8 +55,8 @@ std::vector<double> ticks(const Axis& axis, int count) {
   const double step = stepOf(axis, count);
   const auto [low, high] = std::minmax(axis.first, axis.last);
   std::vector<double> values;
-  const long last = std::lround(std::floor(high / step + 1e-9));
-  for (long number = std::lround(std::ceil(low / step - 1e-9)); number <= last; ++number) {
+  const long last = std::lround(std::floor(high / step + kBeyond));
+  for (long number = std::lround(std::ceil(low / step - kBeyond)); number <= last; ++number) {
     values.push_back(static_cast<double>(number) * step);
   }
   return values;

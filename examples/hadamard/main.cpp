@@ -73,7 +73,8 @@ void writeShots(const std::vector<Shot>& shots, const std::vector<float>& scene,
     const double middle = place.x + place.width / 2;
     canvas.text(middle, kTop - 40, shot.title, Canvas::Anchor::centre, {.size = 15, .bold = true});
     if (shot.readings != 0) {
-      canvas.text(middle, kTop - 18, decibels(psnr(shot.pixels, scene)), Canvas::Anchor::centre);
+      canvas.text(middle, kTop - 18, "peak signal to noise " + decibels(psnr(shot.pixels, scene)),
+                  Canvas::Anchor::centre);
     }
     canvas.image(place, greys(shot.pixels), kSide);
     canvas.frame(place);

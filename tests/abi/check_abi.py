@@ -39,7 +39,7 @@ def main():
     if not shutil.which("abidiff"):
         skip("abidiff is not installed (Debian: abigail-tools)")
     if not tag:
-        skip("there is no tag")
+        skip("the repository has no tag to compare with")
     old_source = arguments.work / tag
     if not old_source.exists():
         subprocess.run(["git", "clone", "-q", "--branch", tag, arguments.source, old_source], check=True)
