@@ -43,7 +43,7 @@ VectorShape shapeOf(const Program& program, const Packing& packing, int vector) 
       position.hasFactor = position.hasFactor || !isOne(term.factor) || term.negatesSum;
       position.hasPlus = position.hasPlus || term.factor > 0 || term.isRotated;
       position.hasMinus = position.hasMinus || term.factor < 0 || term.isRotated;
-      shape.operand(k).at(lane) = {term.value, term.isRotated};
+      shape.operand(k).at(lane) = {static_cast<std::int16_t>(term.value), term.isRotated};
     }
     for (int k = count; k < shape.termCount; ++k) {
       shape.term(k).isMissing = true;

@@ -56,12 +56,11 @@ void PatternTable::rebuild() {
 
 Cost::Cost(const Program& program, const Dependences& dependences, const Packing& packing, const Machine& machine)
     : program_(program), packing_(packing), machine_(machine), entries_(packing.vectors.size()),
-      ready_(packing.vectors.size()), trial_(packing.vectors.size()) {
+      ready_(packing.vectors.size()), trial_(packing.vectors.size()), isChanged_(packing.vectors.size()) {
   const int lanes = packing.lanes;
-  storePatterns_ = Indexed<Pattern>((program.destinationLength + lanes - 1) / lanes, Pattern::empty());
-  storeEntries_ = Indexed<Entry>(storePatterns_.size());
+  Indexed<Pattern> stores((program.destinationLength + lanes - 1) / lanes, Pattern::empty());
   for (const Output& output : program.outputs) {
-    storePatterns_[output.element / lanes].at(output.element % lanes).value = output.value;
+    stores[output.element / lanes].at(output.element % lanes).value = static_cast<std::int16_t>(output.value);
   }
   for (int level = 0; level < dependences.levels; ++level) {
     firstOfLevel_.push(byLevel_.size());
@@ -72,50 +71,67 @@ Cost::Cost(const Program& program, const Dependences& dependences, const Packing
     }
   }
   for (int v = 0; v < entries_.size(); ++v) {
-    add(entries_[v] = measure(v));
+    measure(v, entries_[v]);
+    add(entries_[v]);
   }
-  for (int s = 0; s < storeEntries_.size(); ++s) {
-    add(storeEntries_[s] = measureStore(s));
+  for (const Pattern& pattern : stores) {
+    storeEntries_.push(storeEntry(pattern));
+    add(storeEntries_.back());
   }
 }
 
-Cost::Entry Cost::measure(int vector) const {
-  Entry entry;
+Cost::Contents Cost::contents(int vector) const {
+  Contents out{packing_.vectors[vector].values, 0};
+  for (int lane = 0; lane < packing_.lanes; ++lane) {
+    const int value = packing_.vectors[vector].at(lane);
+    out.exchanged |= value != kEmpty && packing_.isExchanged[value] != 0 ? 1U << static_cast<unsigned>(lane) : 0;
+  }
+  return out;
+}
+
+void Cost::measure(int vector, Entry& entry) const {
+  entry.contents = contents(vector);
   const VectorShape shape = shapeOf(program_, packing_, vector);
   const ArithmeticCost arithmetic = arithmeticCost(shape, machine_);
   entry.arithmetic = arithmetic.cost;
   entry.afterwards = arithmetic.afterwards;
   entry.operandCount = shape.termCount;
   for (int k = 0; k < shape.termCount; ++k) {
-    const auto position = static_cast<std::size_t>(k);
-    entry.operands[position] = {keyOf(shape.operand(k), packing_.lanes),
-                                moveCost(shape.operand(k), program_, packing_, machine_), arithmetic.latency[position]};
+    Operand& operand = entry.operands[static_cast<std::size_t>(k)];
+    operand.pattern = shape.operand(k);
+    operand.key = keyOf(operand.pattern, packing_.lanes);
+    operand.latency = arithmetic.latency[static_cast<std::size_t>(k)];
   }
-  return entry;
+  measureMoves(entry);
 }
 
-Cost::Entry Cost::measureStore(int store) const {
+void Cost::measureMoves(Entry& entry) const {
+  for (Operand& operand : entry.used()) {
+    operand.move = moveCost(operand.pattern, program_, packing_, machine_);
+  }
+}
+
+Cost::Entry Cost::storeEntry(const Pattern& pattern) const {
   Entry entry;
-  const Pattern& pattern = storePatterns_[store];
   if (const PatternKey key = keyOf(pattern, packing_.lanes); key != 0) { // not a vector of zeros only
-    entry.operands[0] = {key, moveCost(pattern, program_, packing_, machine_), 0};
+    entry.operands[0] = {pattern, key, {}, 0};
     entry.operandCount = 1;
+    measureMoves(entry);
   }
   return entry;
 }
 
 void Cost::add(const Entry& entry) {
   work_ += entry.arithmetic;
-  for (int k = 0; k < entry.operandCount; ++k) {
-    const Operand& operand = entry.operands[static_cast<std::size_t>(k)];
+  for (const Operand& operand : entry.used()) {
     work_ += patterns_.add(operand.key, operand.move.cost);
   }
 }
 
 void Cost::remove(const Entry& entry) {
   work_ -= entry.arithmetic;
-  for (int k = 0; k < entry.operandCount; ++k) {
-    work_ += patterns_.remove(entry.operands[static_cast<std::size_t>(k)].key);
+  for (const Operand& operand : entry.used()) {
+    work_ += patterns_.remove(operand.key);
   }
 }
 
@@ -131,28 +147,38 @@ void Cost::begin(std::span<const int> vectors, std::span<const int> stores) {
   }
 }
 
-void Cost::count(std::span<const int> vectors, std::span<const int> stores) {
+bool Cost::count(std::span<const int> vectors, std::span<const int> stores, int limit) {
+  counted_ = 0;
   for (const int v : vectors) {
-    add(entries_[v] = measure(v));
+    if (entries_[v].contents == contents(v)) {
+      measureMoves(entries_[v]);
+    } else {
+      measure(v, entries_[v]);
+    }
+    add(entries_[v]);
+    ++counted_;
+    if (work_ > limit) {
+      return false;
+    }
   }
   for (const int s : stores) {
-    add(storeEntries_[s] = measureStore(s));
+    measureMoves(storeEntries_[s]);
+    add(storeEntries_[s]);
+    ++counted_;
   }
+  return work_ <= limit;
 }
 
 void Cost::takeBack(std::span<const int> vectors, std::span<const int> stores) {
-  for (const int v : vectors) {
-    remove(entries_[v]);
+  const auto entry = [&](std::size_t i) -> Entry& {
+    return i < vectors.size() ? entries_[vectors[i]] : storeEntries_[stores[i - vectors.size()]];
+  };
+  for (std::size_t i = 0; i < counted_; ++i) {
+    remove(entry(i));
   }
-  for (const int s : stores) {
-    remove(storeEntries_[s]);
-  }
-  auto old = old_.begin();
-  for (const int v : vectors) {
-    add(entries_[v] = *old++);
-  }
-  for (const int s : stores) {
-    add(storeEntries_[s] = *old++);
+  for (std::size_t i = 0; i < old_.size(); ++i) {
+    entry(i) = old_[i];
+    add(old_[i]);
   }
 }
 
@@ -177,21 +203,50 @@ int Cost::arrival(const MoveCost& move) const {
   return (open.empty() ? 0 : *std::ranges::max_element(open)) + move.latency;
 }
 
-int Cost::path(int firstLevel) {
-  std::copy(ready_.begin(), ready_.end(), trial_.begin());
-  for (int i = firstOfLevel_[firstLevel]; i < byLevel_.size(); ++i) {
-    const Entry& entry = entries_[byLevel_[i]];
-    int time = 0;
-    for (int k = 0; k < entry.operandCount; ++k) {
-      const Operand& operand = entry.operands[static_cast<std::size_t>(k)];
-      time = std::max(time, arrival(operand.move) + operand.latency);
+int Cost::ready(const Entry& entry) const {
+  int time = 0;
+  for (const Operand& operand : entry.used()) {
+    time = std::max(time, arrival(operand.move) + operand.latency);
+  }
+  return time + entry.afterwards;
+}
+
+bool Cost::waitsForChange(const Entry& entry) const {
+  return std::ranges::any_of(entry.used(), [this](const Operand& operand) {
+    const auto registers =
+        std::span(operand.move.registers).first(static_cast<std::size_t>(operand.move.registerCount));
+    return std::ranges::any_of(registers, [this](int r) { return isChanged_[r] != 0; });
+  });
+}
+
+int Cost::path() {
+  std::ranges::fill(isChanged_, 1);
+  return pathFrom(0);
+}
+
+int Cost::path(std::span<const int> changed) {
+  std::ranges::fill(isChanged_, 0);
+  int level = firstOfLevel_.size() - 1;
+  for (const int v : changed) {
+    isChanged_[v] = 1;
+    level = std::min(level, packing_.vectors[v].level);
+  }
+  return pathFrom(level);
+}
+
+int Cost::pathFrom(int level) {
+  std::ranges::copy(ready_, trial_.begin());
+  for (int i = firstOfLevel_[level]; i < byLevel_.size(); ++i) {
+    const int v = byLevel_[i];
+    if (isChanged_[v] != 0 || waitsForChange(entries_[v])) {
+      trial_[v] = ready(entries_[v]);
+      isChanged_[v] = trial_[v] != ready_[v] ? 1 : 0;
     }
-    trial_[byLevel_[i]] = time + entry.afterwards;
   }
   int sum = 0;
   longest_ = 0;
   for (const Entry& entry : storeEntries_) {
-    const int time = entry.operandCount > 0 ? arrival(entry.operands[0].move) : 0;
+    const int time = ready(entry);
     longest_ = std::max(longest_, time);
     sum += time;
   }

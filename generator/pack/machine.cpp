@@ -12,13 +12,11 @@ Machine fourNumbers(Level level, int sampleBits) {
   m.lanes = 4;
   const bool isV4 = level == Level::v4;
   if (sampleBits == 32) {
-    m.together = isV4 ? Times{33, 26, -59, 42} : Times{31, 39, -40, 42};
-    m.awaited = isV4 ? Times{34, 1, 24, 75} : Times{36, 15, 81, 60};
-    m.scalarOperation = 46;
+    m.together = isV4 ? Times{86, 67, -88, 52} : Times{93, 92, -112, 43};
+    m.awaited = isV4 ? Times{132, 21, 281, 56} : Times{120, 37, 294, 56};
   } else {
-    m.together = isV4 ? Times{25, 22, -9, 52} : Times{26, 25, 139, 47};
-    m.awaited = isV4 ? Times{30, -2, 47, 95} : Times{42, 0, 195, 66};
-    m.scalarOperation = 32;
+    m.together = isV4 ? Times{123, 107, -77, 46} : Times{142, 130, -147, 42};
+    m.awaited = isV4 ? Times{191, -7, 104, 157} : Times{192, 21, 90, 136};
   }
   return m;
 }
@@ -29,18 +27,16 @@ Machine complexNumbers(Level level) {
   Machine m{};
   if (level == Level::v4) {
     m.lanes = 4;
-    m.together = {6, 51, -49, 53};
-    m.awaited = {35, -3, 44, 100};
-    m.scalarOperation = 36;
+    m.together = {110, 115, 62, 25};
+    m.awaited = {171, 52, 100, 135};
   } else {
     m.lanes = 2;
     m.costs.permutation = 100;
     m.costs.merge = 100;
     m.costs.blend = 70;
     m.latencies.move = 3;
-    m.together = {48, 15, 5, 0};
-    m.awaited = {55, 3, 5, 5};
-    m.scalarOperation = 33;
+    m.together = {123, 146, -103, 20};
+    m.awaited = {143, 24, 42, 85};
   }
   return m;
 }

@@ -29,8 +29,9 @@ struct Latencies {
   int pairMove = 2; // blends too
 };
 
-// How long a call takes, in hundredths of a cycle for each thing of a packed kernel, and for each cycle of its longest
-// path: least squares over what was measured on one processor.
+// How long a call takes, in hundredths of what an operation of the default library's kernel takes there, for each thing
+// of a packed kernel and for each cycle of its longest path: least squares over what was measured on one processor at
+// lengths 6 to 64, with more weight on those where both kernels take about as long.
 struct Times {
   int operation;
   int move;
@@ -42,9 +43,8 @@ struct Machine {
   int lanes = 4; // units in a vector
   Costs costs;
   Latencies latencies;
-  Times together;      // calls one after the other
-  Times awaited;       // each reads what the last one wrote
-  int scalarOperation; // of the kernel of the default library, in hundredths of a cycle
+  Times together; // calls one after the other
+  Times awaited;  // each reads what the last one wrote
 };
 
 // For samples of so many bits, and units of one number or of a complex number's two parts.

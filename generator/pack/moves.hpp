@@ -10,7 +10,7 @@ namespace tfmgen::pack {
 
 // What one lane of a register is to hold.
 struct Source {
-  int value; // kEmpty for anything
+  std::int16_t value; // kEmpty for anything
   bool isRotated;
 };
 

@@ -14,13 +14,12 @@ int time(const Times& times, const CodeCounts& counts, int longestPath) {
 } // namespace
 
 bool isFaster(const Machine& machine, const CodeCounts& counts, int longestPath, const Program& program) {
-  // The estimates are off by up to 8 percent.
-  const int scalar = machine.scalarOperation * scalarOperations(program) / 100 * 92;
+  const int scalar = 100 * scalarOperations(program);
   return time(machine.together, counts, longestPath) < scalar && time(machine.awaited, counts, longestPath) < scalar;
 }
 
 Packed Packer::pack(const Program& program) {
-  constexpr int kMovesPerOperation = 250;
+  constexpr int kMovesPerOperation = 500;
   constexpr int kMovesPerOperationAgain = 50;
   const Dependences dependences(program);
   const bool isNew = !first_.has_value();

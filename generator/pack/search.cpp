@@ -91,7 +91,7 @@ public:
   }
 
   Score run() {
-    path_ = cost_.path(0);
+    path_ = cost_.path();
     cost_.keepPath();
     const std::vector<int> row = temperatures(options_);
     const int movesEach = options_.moves / static_cast<int>(row.size());
@@ -104,7 +104,7 @@ public:
       }
     }
     const int work = cost_.work();
-    cost_.path(0);
+    cost_.path();
     return {work, cost_.longestPath()};
   }
 
@@ -140,17 +140,15 @@ private:
 
   void tryChange(int temperature) {
     constexpr int kMostFromPath = 500; // no single change shortens the path by more
-    const int before = cost_.work();
-    cost_.begin(vectors_.items(), stores_.items());
-    apply();
-    cost_.count(vectors_.items(), stores_.items());
     // ln 2 = 710 / 1024
     const auto bearable =
         static_cast<int>(static_cast<std::int64_t>(temperature) * dice_.exponential() / 1024 * 710 >> 20);
-    const int rise = cost_.work() - before;
-    if (rise <= bearable + kMostFromPath) {
-      const int path = cost_.path(firstLevel());
-      if (rise + path - path_ <= bearable) {
+    const int before = cost_.work();
+    cost_.begin(vectors_.items(), stores_.items());
+    apply();
+    if (cost_.count(vectors_.items(), stores_.items(), before + bearable + kMostFromPath)) {
+      const int path = cost_.path(vectors_.items());
+      if (cost_.work() - before + path - path_ <= bearable) {
         path_ = path;
         cost_.keepPath();
         return;
@@ -181,14 +179,6 @@ private:
     for (const int value : flips_) {
       packing_.isExchanged[value] ^= 1;
     }
-  }
-
-  [[nodiscard]] int firstLevel() const {
-    int level = dependences_.levels - 1;
-    for (const int v : vectors_.items()) {
-      level = std::min(level, packing_.vectors[v].level);
-    }
-    return level;
   }
 
   // What the place of an operation matters to: its vector, its users and the stores.

@@ -11,7 +11,7 @@ namespace tfmgen::pack {
 // numbers throughout, so that the result is the same on every machine.
 struct SearchOptions {
   int moves = 0;
-  int firstTemperature = 100; // in the unit of costs; geometric from here
+  int firstTemperature = 70; // in the unit of costs; geometric from here
   int lastTemperature = 13;
   std::uint64_t seed = 1;
 };

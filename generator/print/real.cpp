@@ -3,7 +3,9 @@
 #include "packed.hpp"
 #include "scalars.hpp"
 
+#include <algorithm>
 #include <sstream>
+#include <vector>
 
 namespace tfmgen::print {
 
@@ -12,20 +14,18 @@ namespace {
 struct Names {
   const char* kernel; // with the length behind it
   const char* family;
-  const char* macro;
   const char* direction;
   bool readsSpectrum;
   bool writesSpectrum;
-  int entries; // kernels made from the text
 };
 
 Names names(lower::Transform transform) {
   switch (transform) {
-  case lower::Transform::forward: return {"Forward", "DFTFwd_RToSpectrum", "FORWARD", "forward", false, true, 6};
-  case lower::Transform::inverse: return {"Inverse", "DFTInv_SpectrumToR", "INVERSE", "inverse", true, false, 6};
+  case lower::Transform::forward: return {"Forward", "DFTFwd_RToSpectrum", "forward", false, true};
+  case lower::Transform::inverse: return {"Inverse", "DFTInv_SpectrumToR", "inverse", true, false};
   case lower::Transform::hartley: break;
   }
-  return {"Hartley", "Hartley", "HARTLEY", "none", false, false, 2};
+  return {"Hartley", "Hartley", "none", false, false};
 }
 
 std::string spectrum(lower::Format format, int length) {
@@ -45,33 +45,48 @@ std::string specialised(const std::string& kernel, const std::string& sample, co
          sample + "* x, " + sample + "* y, " + sample + " s) {\n" + statements + "}\n";
 }
 
-std::string packedText(const std::string& kernel, int length, const PackedEntry& entry) {
-  const std::string sample = entry.sampleBits == 32 ? "Tfm32f" : "Tfm64f";
+std::string sampleType(const RealEntry& entry) {
+  return entry.sampleBits == 32 ? "Tfm32f" : "Tfm64f";
+}
+
+// The formats of a length whose bodies are the same: of odd lengths pack and perm.
+std::vector<lower::Format> formatsOf(const RealEntry& entry, int length) {
+  using enum lower::Format;
+  return entry.format == pack && length % 2 != 0 ? std::vector{pack, perm} : std::vector{entry.format};
+}
+
+std::string packedText(const std::string& kernel, int length, const RealEntry& entry) {
+  const std::string sample = sampleType(entry);
   const std::string format = spectrum(entry.format, length);
   std::ostringstream text;
-  text << "\n// " << packedSummary(entry.packed) << '\n'
-       << specialised(kernel, sample, format, packedStatements(entry.packed.code));
-  if (entry.format == lower::Format::pack && length % 2 != 0) {
-    text << '\n'
-         << specialised(kernel, sample, spectrum(lower::Format::perm, length),
-                        "  run<" + sample + ", " + format + ">(x, y, s);\n");
+  text << "\n// " << packedSummary(*entry.packed) << '\n'
+       << specialised(kernel, sample, format, packedStatements(entry.packed->code));
+  for (const lower::Format same : formatsOf(entry, length)) {
+    if (same != entry.format) {
+      text << '\n'
+           << specialised(kernel, sample, spectrum(same, length), "  run<" + sample + ", " + format + ">(x, y, s);\n");
+    }
   }
   return text.str();
 }
 
-// Whether some entry is left to the scalar text: of two sample types in one format or three.
-bool hasScalarEntry(lower::Transform transform, int length, std::span<const PackedEntry> packed) {
-  const std::size_t formats = transform == lower::Transform::hartley ? 1 : length % 2 != 0 ? 2 : 3;
-  return packed.size() < 2 * formats;
+std::string entryText(lower::Transform transform, int length, const RealEntry& entry) {
+  std::string text;
+  for (const lower::Format format : formatsOf(entry, length)) {
+    text += "TFMGEN_DEFINE_REAL(" + entryName(transform, format, length, entry.sampleBits) + ", " + sampleType(entry) +
+            ", " + names(transform).kernel + std::to_string(length) + ", " + spectrum(format, length) + ")\n";
+  }
+  return text;
 }
 
 } // namespace
 
 Piece realPiece(const lower::RealKernel& kernel, lower::Transform transform, int length, const std::string& plan,
-                std::span<const PackedEntry> packed) {
+                std::span<const RealEntry> entries) {
   const Names name = names(transform);
   const std::string structName = name.kernel + std::to_string(length);
   const graph::Counts counts = transform::count(kernel.body);
+  const bool hasScalarEntry = std::ranges::any_of(entries, [](const RealEntry& entry) { return !entry.packed; });
   std::ostringstream text;
   text << "\nnamespace tfmgen {\nnamespace {\n\n"
        << "// Plan " << plan << (transform == lower::Transform::inverse ? ", transposed: " : ": ") << counts.additions
@@ -79,17 +94,23 @@ Piece realPiece(const lower::RealKernel& kernel, lower::Transform transform, int
        << "struct " << structName << " : Real<" << length << ", Direction::" << name.direction << "> {\n"
        << "  template <class T, class Spectrum>\n"
        << "  TFMGEN_INLINE static void run(const T* x, T* y, T s)";
-  if (hasScalarEntry(transform, length, packed)) {
+  if (hasScalarEntry) {
     text << " {\n" << scalarStatements(kernel, {name.readsSpectrum, name.writesSpectrum}) << "  }\n};\n";
   } else {
     text << ";\n};\n";
   }
-  for (const PackedEntry& entry : packed) {
-    text << packedText(structName, length, entry);
+  for (const RealEntry& entry : entries) {
+    if (entry.packed) {
+      text << packedText(structName, length, entry);
+    }
   }
-  text << "\n} // namespace\n} // namespace tfmgen\n\n"
-       << "TFMGEN_DEFINE_" << name.macro << "(" << length << ")\n";
-  return {text.str(), name.entries * (counts.additions + counts.multiplications)};
+  text << "\n} // namespace\n} // namespace tfmgen\n\n";
+  std::size_t routines = 0;
+  for (const RealEntry& entry : entries) {
+    text << entryText(transform, length, entry);
+    routines += formatsOf(entry, length).size();
+  }
+  return {text.str(), static_cast<int>(routines) * (counts.additions + counts.multiplications)};
 }
 
 std::string kernelName(lower::Transform transform, int length) {

@@ -6,22 +6,23 @@
 #include "lower/spectrum.hpp"
 #include "pack/packed.hpp"
 
+#include <optional>
 #include <span>
 #include <string>
 
 namespace tfmgen::print {
 
-// A packed kernel in the place of the scalar one for one sample type and one format. For odd lengths that of the format
-// pack serves perm as well.
-struct PackedEntry {
+// A routine of one sample type and one format, with the packed kernel that stands in the place of the scalar one. For
+// odd lengths the format pack stands for perm as well.
+struct RealEntry {
   lower::Format format;
   int sampleBits;
-  pack::Packed packed;
+  std::optional<pack::Packed> packed = std::nullopt;
 };
 
-// One text serves both sample types and, by the format of its spectrum, all entries of a length but the packed ones.
+// The kernel with these entries: one text serves both sample types and all formats but where an entry is packed.
 Piece realPiece(const lower::RealKernel& kernel, lower::Transform transform, int length, const std::string& plan,
-                std::span<const PackedEntry> packed = {});
+                std::span<const RealEntry> entries);
 
 // DFTFwd_RToCCS_15_32f, DFTInv_CCSToR_15_32f, Hartley_15_32f
 std::string entryName(lower::Transform transform, lower::Format format, int length, int sampleBits);

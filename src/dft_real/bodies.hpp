@@ -27,23 +27,7 @@ TFMGEN_INLINE inline TfmStatus runReal(const T* src, T* dst, std::int32_t flag) 
 
 // ---- Entries
 
-#define TFMGEN_DEFINE_REAL(name, N, suffix, T, Kernel, Spectrum)                                                       \
-  TfmStatus tfmg##name##_##N##_##suffix(const T* pSrc, T* pDst, int32_t flag) {                                        \
-    return tfmgen::runReal<tfmgen::Kernel##N, tfmgen::Spectrum>(pSrc, pDst, flag);                                     \
+#define TFMGEN_DEFINE_REAL(name, T, Kernel, Spectrum)                                                                  \
+  TfmStatus tfmg##name(const T* pSrc, T* pDst, int32_t flag) {                                                         \
+    return tfmgen::runReal<tfmgen::Kernel, tfmgen::Spectrum>(pSrc, pDst, flag);                                        \
   }
-
-#define TFMGEN_DEFINE_REAL_TYPES(name, N, Kernel, Spectrum)                                                            \
-  TFMGEN_DEFINE_REAL(name, N, 32f, Tfm32f, Kernel, Spectrum)                                                           \
-  TFMGEN_DEFINE_REAL(name, N, 64f, Tfm64f, Kernel, Spectrum)
-
-#define TFMGEN_DEFINE_FORWARD(N)                                                                                       \
-  TFMGEN_DEFINE_REAL_TYPES(DFTFwd_RToCCS, N, Forward, Ccs<N>)                                                          \
-  TFMGEN_DEFINE_REAL_TYPES(DFTFwd_RToPack, N, Forward, Pack<N>)                                                        \
-  TFMGEN_DEFINE_REAL_TYPES(DFTFwd_RToPerm, N, Forward, Perm<N>)
-
-#define TFMGEN_DEFINE_INVERSE(N)                                                                                       \
-  TFMGEN_DEFINE_REAL_TYPES(DFTInv_CCSToR, N, Inverse, Ccs<N>)                                                          \
-  TFMGEN_DEFINE_REAL_TYPES(DFTInv_PackToR, N, Inverse, Pack<N>)                                                        \
-  TFMGEN_DEFINE_REAL_TYPES(DFTInv_PermToR, N, Inverse, Perm<N>)
-
-#define TFMGEN_DEFINE_HARTLEY(N) TFMGEN_DEFINE_REAL_TYPES(Hartley, N, Hartley, NoSpectrum)

@@ -1,10 +1,11 @@
-// The first lanes of a vector in memory: 32 bytes where AVX2 is compiled for, 64 where AVX-512 is. Elements behind the
-// first `count` are neither read nor written, whatever they are.
+// Some lanes of a vector in memory, where AVX2 is compiled for: as many first ones as are counted at run time, of 32
+// bytes or with AVX-512 of 64, or lanes that are known when this is compiled. Elements in the other lanes are neither
+// read nor written, whatever they are.
 #pragma once
 
 #ifdef __AVX2__
 
-#include "vector.hpp"
+#include "access.hpp"
 
 #include <immintrin.h>
 
@@ -56,6 +57,53 @@ TFMGEN_INLINE inline void storeFirst(Element<V>* to, V v, int count) {
   } else {
     _mm256_maskstore_pd(to, firstLanes<V>(count), v);
   }
+}
+
+// All bits in the lanes of `lanes`.
+template <class V, unsigned lanes>
+TFMGEN_INLINE inline Bits<V> laneMask() {
+  return withIndices<kLanesOf<V>>([](auto... i)
+                                      TFMGEN_INLINE { return Bits<V>{((lanes >> i & 1U) != 0 ? -1 : 0)...}; });
+}
+
+// The elements of `lanes`, at any address; the others are not touched.
+template <class V, unsigned lanes>
+TFMGEN_INLINE inline V loadLanes(const Element<V>* from) {
+  if constexpr (sizeof(V) == 64) {
+#ifdef __AVX512F__
+    return bitCast<V>(_mm512_maskz_loadu_pd(lanes, from));
+#endif
+  } else if constexpr (sizeof(V) == 32) {
+    return _mm256_maskload_pd(from, bitCast<__m256i>(laneMask<V, lanes>()));
+  } else {
+    return _mm_maskload_ps(from, bitCast<__m128i>(laneMask<V, lanes>()));
+  }
+}
+
+// The first elements.
+template <unsigned lanes, class V>
+TFMGEN_INLINE inline void storeLanes(Element<V>* to, V v) {
+  static_assert((lanes & (lanes + 1)) == 0, "lanes from the first on");
+#ifdef __AVX512VL__
+  if constexpr (sizeof(V) == 64) {
+    _mm512_mask_storeu_pd(to, lanes, v);
+  } else if constexpr (sizeof(V) == 32) {
+    _mm256_mask_storeu_pd(to, lanes, v);
+  } else {
+    _mm_mask_storeu_ps(to, lanes, v);
+  }
+#else
+  // Masked stores of AVX2 are slow on some processors, so halves and single elements.
+  const auto half = lowHalf(v);
+  if constexpr (lanes >= 3) {
+    __builtin_memcpy(to, &half, sizeof half);
+  } else {
+    storeElement(to, v[0]);
+  }
+  if constexpr (lanes == 7) {
+    storeElement(to + 2, v[2]);
+  }
+#endif
 }
 
 } // namespace tfmgen

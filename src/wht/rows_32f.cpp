@@ -1,8 +1,6 @@
-// Orders 1 to 7: one straight line each.
+// Orders 3 to 7: one straight line each.
 #include "wht/entry.hpp"
 
-TFMGEN_WHT_ENTRY(1, 32f, Tfm32f)
-TFMGEN_WHT_ENTRY(2, 32f, Tfm32f)
 TFMGEN_WHT_ENTRY(3, 32f, Tfm32f)
 TFMGEN_WHT_ENTRY(4, 32f, Tfm32f)
 TFMGEN_WHT_ENTRY(5, 32f, Tfm32f)

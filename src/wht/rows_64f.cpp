@@ -1,8 +1,6 @@
-// Orders 1 to 7: one straight line each.
+// Orders 3 to 7: one straight line each.
 #include "wht/entry.hpp"
 
-TFMGEN_WHT_ENTRY(1, 64f, Tfm64f)
-TFMGEN_WHT_ENTRY(2, 64f, Tfm64f)
 TFMGEN_WHT_ENTRY(3, 64f, Tfm64f)
 TFMGEN_WHT_ENTRY(4, 64f, Tfm64f)
 TFMGEN_WHT_ENTRY(5, 64f, Tfm64f)

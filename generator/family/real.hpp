@@ -1,0 +1,24 @@
+// The real kernels of the library: forward, inverse and Hartley for each length.
+#pragma once
+
+#include "level.hpp"
+#include "print/real.hpp"
+
+#include <string>
+#include <vector>
+
+namespace tfmgen::family {
+
+struct RealKernel {
+  lower::RealKernel kernel;
+  lower::Transform transform;
+  int length;
+  std::string plan;
+};
+
+std::vector<RealKernel> realKernels();
+
+// The routines of a kernel, packed at a level where that is faster.
+std::vector<print::RealEntry> entries(const RealKernel& kernel, Level level);
+
+} // namespace tfmgen::family
