@@ -23,13 +23,28 @@ constexpr int kBytes = TFMBATCH_BYTES;
 template <int bytes, Transform transform, class Real, int n>
 struct Kernel;
 
-// ---- Rows of samples in memory
+// The forward transform of complex elements of doubles has vectors of them instead of T, which it reaches by
+// Access::load(x + 2 * element) and Access::store(y + 2 * element, V).
+//
+// The inverse transform is the forward one with its results in the order 0, n-1, n-2 .. 1: the operations of a kernel
+// are the same, and only the last of them, a sum or a difference, tells the two apart.
+template <int bytes, int n>
+using BlockKernel = Kernel<bytes, Transform::complexForward, Tfm64f, n>;
+
+// ---- Rows of samples in memory. Steps are bytes, as the scaled indices of an address want them.
+
+// Row `number`, from the first.
+template <class Real>
+TFMGEN_INLINE inline Real* row(Real* first, std::ptrdiff_t step, int number) {
+  using Byte = std::conditional_t<std::is_const_v<Real>, const char, char>;
+  return reinterpret_cast<Real*>(reinterpret_cast<Byte*>(first) + number * step);
+}
 
 template <int bytes, class Real>
 struct Rows {
   Real* first;
   std::ptrdiff_t step;
-  SpectrumRows spectrum;
+  RowOffsets offsets;
 };
 
 template <int bytes, class Real>
@@ -39,7 +54,7 @@ struct Row {
 
 template <int bytes, class Real>
 TFMGEN_INLINE inline Row<bytes, Real> operator+(const Rows<bytes, Real>& rows, int element) {
-  return {rows.first + element * rows.step};
+  return {row(rows.first, rows.step, element)};
 }
 
 template <int bytes, class Real>
@@ -68,7 +83,8 @@ struct SpectrumInRows {
     if (part.bin == 0) {
       return {rows.first};
     }
-    return {rows.first + (2 * part.bin == n ? rows.spectrum.middle : rows.spectrum.bins + part.row * rows.step)};
+    return {2 * part.bin == n ? row(rows.first, rows.offsets.middle, 1)
+                              : row(row(rows.first, rows.offsets.others, 1), rows.step, part.row)};
   }
 
   template <class Destination>
@@ -81,7 +97,7 @@ struct SpectrumInRows {
 template <int bytes, class Real>
 struct ComplexRows {
   Real* first;
-  std::ptrdiff_t step; // in complex elements
+  std::ptrdiff_t step;
 };
 
 template <int bytes, class Real>
@@ -92,7 +108,7 @@ struct PartOfRow {
 
 template <int bytes, class Real>
 TFMGEN_INLINE inline PartOfRow<bytes, Real> operator+(const ComplexRows<bytes, Real>& rows, int number) {
-  return {rows.first + number / 2 * 2 * rows.step, number % 2};
+  return {row(rows.first, rows.step, number / 2), number % 2};
 }
 
 template <int bytes>
@@ -179,51 +195,74 @@ TFMGEN_INLINE inline void storeParts(PartOfRegisters<bytes, n> to, Samples<float
   to.of.v[1][to.number / 2] = bitCast<Vector<double, bytes>>(unpackHigh(re.v, im.v));
 }
 
-// ---- Elements of 16 bytes, of as many frames as a register has blocks
+// ---- Elements of two doubles, of as many frames as a register has blocks of 16 bytes. Kernels count them in doubles.
 
-// Frames in any layout, or side by side, where a row is one access.
-template <class Real, bool isRow>
-struct Blocks {
-  Real* first;  // element 0
-  Real* others; // where it would be by the step of the others
-  BlockLayout layout;
+template <int bytes, class Real>
+struct BlockRows {
+  Real* first;
+  Real* others; // where element 0 would be by the step of the others
+  std::ptrdiff_t step;
 };
 
-template <class Real, bool isRow>
-struct Block {
+template <int bytes, class Real>
+TFMGEN_INLINE inline Row<bytes, Real> operator+(const BlockRows<bytes, Real>& rows, int number) {
+  return {number == 0 ? rows.first : row(rows.others, rows.step, number / 2)};
+}
+
+// Rows whose frames lie anywhere.
+template <int bytes, class Real>
+struct SpreadRows {
+  Real* first;
+  Real* others; // where element 0 would be by the step of the others
+  Spread by;
+};
+
+template <int bytes, class Real>
+struct SpreadRow {
   Real* at;
   std::ptrdiff_t distance;
 
-  // By pieces of two lanes, whose frames are counted in lanes.
-  TFMGEN_INLINE Real* operator()(int lane) const { return at + lane / kLanes<Tfm64f> * distance; }
+  TFMGEN_INLINE Real* operator()(int frame) const { return row(at, distance, frame); }
 };
 
-template <class Real, bool isRow>
-TFMGEN_INLINE inline Block<Real, isRow> operator+(const Blocks<Real, isRow>& blocks, int number) {
-  return {number == 0 ? blocks.first : blocks.others + number / 2 * blocks.layout.step, blocks.layout.distance};
+template <int bytes, class Real>
+TFMGEN_INLINE inline SpreadRow<bytes, Real> operator+(const SpreadRows<bytes, Real>& rows, int number) {
+  return {number == 0 ? rows.first : row(rows.others, rows.by.step, number / 2), rows.by.distance};
 }
 
-template <class V>
-struct BlockAccess {
-  template <class Real, bool isRow>
-  TFMGEN_INLINE static V load(Block<Real, isRow> from) {
-    if constexpr (isRow) {
-      return loadUnaligned<V>(from.at);
-    } else {
-      return loadPieces<V, kLanes<Tfm64f>>(from, 0, 0);
-    }
-  }
+template <int bytes>
+TFMGEN_INLINE inline auto loadElement(SpreadRow<bytes, const Tfm64f> row) {
+  return Samples<Tfm64f, bytes>(loadPieces<Vector<Tfm64f, bytes>, 2, 1>(row, 0, 0));
+}
 
-  template <class Real, bool isRow>
-  TFMGEN_INLINE static void store(Block<Real, isRow> to, V v) {
-    if constexpr (isRow) {
-      storeUnaligned(to.at, v);
-    } else {
-      storePieces<kLanes<Tfm64f>>(to, 0, 0, v);
-    }
-  }
+template <int bytes>
+TFMGEN_INLINE inline void storeElement(SpreadRow<bytes, Tfm64f> row, Samples<Tfm64f, bytes> x) {
+  storePieces<2, 1>(row, 0, 0, x.v);
+}
+
+template <int bytes, int count>
+struct BlockRegisters {
+  Registers<Tfm64f, bytes, count>& of;
 };
 
+template <int bytes, int count>
+TFMGEN_INLINE inline RegisterOf<Tfm64f, bytes, count> operator+(const BlockRegisters<bytes, count>& registers,
+                                                                int number) {
+  return {registers.of, number / 2};
+}
+
+template <int bytes>
+struct BlockAccess {
+  template <class Place>
+  TFMGEN_INLINE static Vector<Tfm64f, bytes> load(Place from) {
+    return loadElement(from).v;
+  }
+
+  template <class Place>
+  TFMGEN_INLINE static void store(Place to, Vector<Tfm64f, bytes> v) {
+    storeElement(to, Samples<Tfm64f, bytes>(v));
+  }
+};
 // The lanes of a block in every block.
 template <class V>
 TFMGEN_INLINE inline V repeated(double re, double im) {
@@ -234,15 +273,18 @@ TFMGEN_INLINE inline V repeated(double re, double im) {
 
 template <int bytes, Transform transform, class Real, int n>
 void InRows<bytes, transform, Real, n>::run(const Real* x, std::ptrdiff_t sx, Real* y, std::ptrdiff_t sy,
-                                            SpectrumRows spectrum, Real scale) {
+                                            RowOffsets offsets, Real scale) {
   using T = Samples<Real, bytes>;
   const T s(broadcast<Vector<Real, bytes>>(scale));
-  if constexpr (isComplex(transform)) {
+  if constexpr (isInBlocks<transform, Real>) {
+    BlockKernel<bytes, n>::template run<Vector<Real, bytes>, BlockAccess<bytes>>(
+        BlockRows<bytes, const Real>{x, x, sx}, BlockRows<bytes, Real>{y, row(y, offsets.others, 1), sy}, s.v);
+  } else if constexpr (isComplex(transform)) {
     Kernel<bytes, transform, Real, n>::template run<T, void>(ComplexRows<bytes, const Real>{x, sx},
                                                              ComplexRows<bytes, Real>{y, sy}, s);
   } else {
-    Kernel<bytes, transform, Real, n>::template run<T, SpectrumInRows<n>>(Rows<bytes, const Real>{x, sx, spectrum},
-                                                                          Rows<bytes, Real>{y, sy, spectrum}, s);
+    Kernel<bytes, transform, Real, n>::template run<T, SpectrumInRows<n>>(Rows<bytes, const Real>{x, sx, offsets},
+                                                                          Rows<bytes, Real>{y, sy, offsets}, s);
   }
 }
 
@@ -251,7 +293,17 @@ void InFrames<bytes, transform, format, Real, n>::run(const Real* x, std::ptrdif
                                                       Real scale) {
   using T = Samples<Real, bytes>;
   const T s(broadcast<Vector<Real, bytes>>(scale));
-  if constexpr (isComplex(transform)) {
+  if constexpr (isInBlocks<transform, Real>) {
+    using V = Vector<Real, bytes>;
+    Registers<Real, bytes, n> in;
+    Registers<Real, bytes, n> out;
+    loadFrames<V, 2>(EvenFrames<const Real>{x, 2 * dx}, n, [&](int e, V v) TFMGEN_INLINE { in.v[e] = v; });
+    BlockKernel<bytes, n>::template run<V, BlockAccess<bytes>>(BlockRegisters<bytes, n>{in},
+                                                               BlockRegisters<bytes, n>{out}, s.v);
+    storeFrames<V, 2>(EvenFrames<Real>{y, 2 * dy}, n, [&](int e) TFMGEN_INLINE {
+      return out.v[transform == Transform::complexInverse ? (n - e) % n : e];
+    });
+  } else if constexpr (isComplex(transform)) {
     using V = Vector<double, bytes>;
     constexpr int frames = kLanesOf<V>;
     const auto* from = reinterpret_cast<const double*>(x); // a complex element is moved as a double
@@ -259,14 +311,14 @@ void InFrames<bytes, transform, format, Real, n>::run(const Real* x, std::ptrdif
     ComplexRegisters<bytes, n> in;
     ComplexRegisters<bytes, n> out;
     unroll<2>([&](auto half) TFMGEN_INLINE {
-      loadFrames<V>(EvenFrames<const double>{from + half * frames * dx, dx}, n,
-                    [&](int element, V v) TFMGEN_INLINE { in.v[half][element] = v; });
+      loadFrames<V, 1>(EvenFrames<const double>{from + half * frames * dx, dx}, n,
+                       [&](int element, V v) TFMGEN_INLINE { in.v[half][element] = v; });
     });
     Kernel<bytes, transform, Real, n>::template run<T, void>(PartOfRegisters<bytes, n>{in, 0},
                                                              PartOfRegisters<bytes, n>{out, 0}, s);
     unroll<2>([&](auto half) TFMGEN_INLINE {
-      storeFrames<V>(EvenFrames<double>{to + half * frames * dy, dy}, n,
-                     [&](int element) TFMGEN_INLINE { return out.v[half][element]; });
+      storeFrames<V, 1>(EvenFrames<double>{to + half * frames * dy, dy}, n,
+                        [&](int element) TFMGEN_INLINE { return out.v[half][element]; });
     });
   } else {
     using V = Vector<Real, bytes>;
@@ -274,31 +326,19 @@ void InFrames<bytes, transform, format, Real, n>::run(const Real* x, std::ptrdif
     constexpr int outputs = destinationLength(transform, format, n);
     Registers<Real, bytes, inputs> in;
     Registers<Real, bytes, outputs> out{};
-    loadFrames<V>(EvenFrames<const Real>{x, dx}, inputs, [&](int element, V v) TFMGEN_INLINE { in.v[element] = v; });
+    loadFrames<V, 1>(EvenFrames<const Real>{x, dx}, inputs, [&](int element, V v) TFMGEN_INLINE { in.v[element] = v; });
     Kernel<bytes, transform, Real, n>::template run<T, SpectrumInRegisters<LayoutOf<format, n>>>(
         RegisterOf<Real, bytes, inputs>{in, 0}, RegisterOf<Real, bytes, outputs>{out, 0}, s);
-    storeFrames<V>(EvenFrames<Real>{y, dy}, outputs, [&](int element) TFMGEN_INLINE { return out.v[element]; });
+    storeFrames<V, 1>(EvenFrames<Real>{y, dy}, outputs, [&](int element) TFMGEN_INLINE { return out.v[element]; });
   }
 }
 
 template <int bytes, int n>
-void InBlocks<bytes, n>::run(const Tfm64f* x, BlockLayout from, Tfm64f* y, BlockLayout to, std::ptrdiff_t others,
-                             Tfm64f scale) {
-  using V = Vector<Tfm64f, bytes>;
-  Kernel<bytes, Transform::complexForward, Tfm64f, n>::template run<V, BlockAccess<V>>(
-      Blocks<const Tfm64f, false>{x, x, from}, Blocks<Tfm64f, false>{y, y + others, to}, broadcast<V>(scale));
-}
-
-template <int bytes, int n>
-void InBlocks<bytes, n>::runRows(const Tfm64f* x, std::ptrdiff_t sx, Tfm64f* y, std::ptrdiff_t sy,
-                                 std::ptrdiff_t others, Tfm64f scale) {
-  if constexpr (bytes == kBlockBytes) {
-    run(x, {sx, 0}, y, {sy, 0}, others, scale); // a row is one frame
-  } else {
-    using V = Vector<Tfm64f, bytes>;
-    Kernel<bytes, Transform::complexForward, Tfm64f, n>::template run<V, BlockAccess<V>>(
-        Blocks<const Tfm64f, true>{x, x, {sx, 0}}, Blocks<Tfm64f, true>{y, y + others, {sy, 0}}, broadcast<V>(scale));
-  }
+void InPieces<bytes, n, true>::run(const Tfm64f* x, Spread from, Tfm64f* y, Spread to, std::ptrdiff_t others,
+                                   Tfm64f scale) {
+  BlockKernel<bytes, n>::template run<Vector<Tfm64f, bytes>, BlockAccess<bytes>>(
+      SpreadRows<bytes, const Tfm64f>{x, x, from}, SpreadRows<bytes, Tfm64f>{y, row(y, others, 1), to},
+      broadcast<Vector<Tfm64f, bytes>>(scale));
 }
 
 } // namespace tfmgen::batch

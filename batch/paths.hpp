@@ -31,7 +31,7 @@ inline constexpr auto kInRows = withIndices<kLongest + 1>([](auto... n) {
 template <int bytes, Transform transform, Format format, class Real>
 inline constexpr auto kInFrames = withIndices<kLongest + 1>([](auto... n) {
   const auto routine = [](auto length) -> FramesRoutine<Real>* {
-    if constexpr (length >= kShortest && length <= longestInRegisters(format)) {
+    if constexpr (length >= kShortest && length <= longestInRegisters<bytes, transform, format, Real>()) {
       return InFrames<bytes, transform, storedAs(format, length), Real, length>::run;
     } else {
       return nullptr;
@@ -40,17 +40,30 @@ inline constexpr auto kInFrames = withIndices<kLongest + 1>([](auto... n) {
   return RoutineTable<FramesRoutine<Real>>{{routine(n)...}};
 });
 
-// ---- A frame a lane
+template <int bytes>
+inline constexpr auto kInPieces = withIndices<kLongest + 1>([](auto... n) {
+  const auto routine = [](auto length) -> PiecesRoutine* {
+    if constexpr (isInPieces<bytes>(length)) {
+      return InPieces<bytes, length>::run;
+    } else {
+      return nullptr;
+    }
+  };
+  return RoutineTable<PiecesRoutine>{{routine(n)...}};
+});
 
-// Frames to a block of memory that holds `width` of each element in a row, and back.
-template <class V, int width, class Frames>
-[[gnu::noinline]] inline void framesToBlock(Frames frames, int length, Element<V>* block) {
-  loadFrames<V>(frames, length, [&](int element, V v) TFMGEN_INLINE { storeAligned(block + element * width, v); });
+// ---- Groups
+
+// Frames to a table of rows in memory, one an element, and back. `row` is the lanes of a row.
+template <class V, int unit, int row, class Frames>
+[[gnu::noinline]] inline void framesToTable(Frames frames, int length, Element<V>* table) {
+  loadFrames<V, unit>(frames, length, [&](int element, V v) TFMGEN_INLINE { storeAligned(table + element * row, v); });
 }
 
-template <class V, int width, class Frames>
-[[gnu::noinline]] inline void blockToFrames(const Element<V>* block, int length, Frames frames) {
-  storeFrames<V>(frames, length, [&](int element) TFMGEN_INLINE { return loadAligned<V>(block + element * width); });
+template <class V, int unit, int row, class Frames>
+[[gnu::noinline]] inline void tableToFrames(const Element<V>* table, int length, Frames frames) {
+  storeFrames<V, unit>(frames, length,
+                       [&](int element) TFMGEN_INLINE { return loadAligned<V>(table + element * row); });
 }
 
 // Complex 32-bit frames at 16 bytes: where a transposition costs more than the kernel gains, single calls are faster.
@@ -67,49 +80,48 @@ constexpr bool isSlowInNarrowFrames(int n) {
 inline constexpr std::ptrdiff_t kLine = 64;              // bytes of a cache line
 inline constexpr std::ptrdiff_t kCollidingStride = 4096; // rows that far apart share one set of the first-level cache
 
-// Bytes of every row that are copied at once where rows collide: whole lines, more than a register.
-template <int bytes>
-inline constexpr std::ptrdiff_t kStripBytes = bytes < kLine ? kLine : 2 * kLine;
-
-template <int bytes>
-TFMGEN_INLINE inline bool rowsCollide(std::ptrdiff_t stepBytes, int length) {
-  constexpr int shortest = bytes < kLine ? 0 : 40; // a register that is a line itself needs no second look at it
-  return stepBytes != 0 && stepBytes % kCollidingStride == 0 && length >= shortest;
-}
+// Bytes of every row that are copied at once where rows collide: many lines, so that a row is read as a stream, but so
+// few that all rows together stay in the first-level cache.
+inline constexpr std::ptrdiff_t kStripBytes = 512;
 
 template <int bytes, Transform transform, class Real>
-class LaneGroups {
+class Groups {
 public:
-  TFMGEN_INLINE explicit LaneGroups(const Batch& batch)
+  TFMGEN_INLINE explicit Groups(const Batch& batch)
       : batch_(batch), n_(batch.length), format_(batch.family->format), src_(side<const Unit>(batch.src)),
         dst_(side<Unit>(batch.dst)) {}
 
   TFMGEN_INLINE std::int64_t run() const {
     const bool areFrames = src_.path == Path::frames && dst_.path == Path::frames;
-    if (bytes == kBlockBytes && isComplex(transform) && areFrames && isSlowInNarrowFrames(n_)) {
+    const bool areRows = src_.path == Path::rows && dst_.path == Path::rows;
+    if (bytes == kBlockBytes && isComplex(transform) && !areBlocks && areFrames && isSlowInNarrowFrames(n_)) {
       return 0;
     }
     std::int64_t done = 0;
-    if (areFrames && n_ <= longestInRegisters(format_)) {
-      done = runInRegisters();
+    if (auto* const routine = areFrames ? routineInFrames() : nullptr) {
+      done = runInRegisters(*routine);
+    } else if (areBlocks && !areRows && kInPieces<bytes>.of[n_] != nullptr) {
+      done = runInPieces();
+    } else if (src_.collides || dst_.collides) {
+      done = runInTables<kStrip>(0, n_ < kShortestStreamed ? kLine / sizeof(Unit) : kStrip);
     } else {
-      if (src_.collides || dst_.collides) {
-        done = runBlocks<kStrip>(0);
-      }
-      if (batch_.count - done >= kFrames) {
-        done = runBlocks<kFrames>(done);
-      }
+      done = runInTables<kFrames>(0, kFrames);
     }
     return done + rest(done, areFrames);
   }
 
 private:
-  // What is moved as one: a real sample, or both parts of a complex one.
-  using Unit = std::conditional_t<isComplex(transform), double, Real>;
-  using V = Vector<Unit, bytes>;
-  static constexpr int kFrames = (isComplex(transform) ? 2 : 1) * kLanesOf<V>; // of a group
-  static constexpr int kStrip = kStripBytes<bytes> / sizeof(Unit);
+  // What is moved as one: a real sample, or both parts of a complex one, which are two lanes where they are doubles.
+  static constexpr bool areBlocks = isInBlocks<transform, Real>;
+  using Unit = std::conditional_t<areBlocks, Tfm64fc, std::conditional_t<isComplex(transform), double, Real>>;
+  using Lane = std::conditional_t<isComplex(transform), double, Real>;
+  using V = Vector<Lane, bytes>;
+  static constexpr int kLanesOfUnit = sizeof(Unit) / sizeof(Lane);
+  static constexpr int kUnits = bytes / sizeof(Unit);                                   // of a register
+  static constexpr int kFrames = (isComplex(transform) && !areBlocks ? 2 : 1) * kUnits; // of a group
+  static constexpr int kStrip = kStripBytes / sizeof(Unit);
   static constexpr int kRows = kLongest + 2;
+  static constexpr int kShortestStreamed = areBlocks && bytes < kLine ? 8 : 17; // as measured
 
   enum class Path { rows, frames, scattered };
 
@@ -126,8 +138,9 @@ private:
   template <class Element, class Byte>
   TFMGEN_INLINE static PathSide<Element> side(const Side<Byte>& s) {
     const Path path = s.distance == 1 ? Path::rows : s.step == 1 ? Path::frames : Path::scattered;
-    const bool collides = kStrip > kFrames && path == Path::rows &&
-                          rowsCollide<bytes>(s.step * static_cast<std::ptrdiff_t>(sizeof(Unit)), s.length);
+    const std::ptrdiff_t stride = inBytes(s.step);
+    const bool isWorthACopy = bytes < kLine || s.length >= kShortestStreamed; // a line is loaded by one access
+    const bool collides = s.distance == 1 && stride != 0 && stride % kCollidingStride == 0 && isWorthACopy;
     return {reinterpret_cast<Element*>(s.first), s.step, s.distance, s.length, path, collides};
   }
 
@@ -141,8 +154,7 @@ private:
     }
   }
 
-  [[gnu::noinline]] std::int64_t runInRegisters() const {
-    auto* const routine = routineInFrames();
+  [[gnu::noinline]] std::int64_t runInRegisters(FramesRoutine<Real>& routine) const {
     std::int64_t f = 0;
     for (; f + kFrames <= batch_.count; f += kFrames) {
       routine(samples(src_.first + f * src_.distance), src_.distance, samples(dst_.first + f * dst_.distance),
@@ -151,122 +163,162 @@ private:
     return f;
   }
 
-  // Elements of a group of frames, `width` to a row.
-  template <int width>
-  struct alignas(kLine) Space {
-    Unit units[kRows * width];
-  };
-
-  template <int width>
-  [[gnu::noinline]] std::int64_t runBlocks(std::int64_t first) const {
-    Space<width> in;
-    Space<width> out;
-    for (int lane = 0; lane < width; lane += kFrames) {
-      clearZeros(out.units + lane, width);
-    }
-    std::int64_t f = first;
-    for (; f + width <= batch_.count; f += width) {
-      group<width>(f, in.units, out.units);
+  [[gnu::noinline]] std::int64_t runInPieces() const {
+    std::int64_t f = 0;
+    if constexpr (areBlocks) {
+      const Spread from{inBytes(src_.step), inBytes(src_.distance)};
+      const Spread to{kIsBackward ? -inBytes(dst_.step) : inBytes(dst_.step), inBytes(dst_.distance)};
+      for (; f + kFrames <= batch_.count; f += kFrames) {
+        kInPieces<bytes>.of[n_](samples(src_.first + f * src_.distance), from, samples(dst_.first + f * dst_.distance),
+                                to, others(inBytes(dst_.step)), batch_.scale);
+      }
     }
     return f;
   }
 
-  template <int width>
-  TFMGEN_INLINE void group(std::int64_t f, Unit* in, Unit* out) const {
-    const bool isDirectSource = src_.path == Path::rows && !(width > kFrames && src_.collides);
-    const bool isDirectDestination = dst_.path == Path::rows && !(width > kFrames && dst_.collides);
-    const Unit* const src = src_.first + f * src_.distance;
-    Unit* const dst = dst_.first + f * dst_.distance;
-    if (!isDirectSource) {
-      fill<width>(src, in);
-    }
-    const Unit* const x = isDirectSource ? src : in;
-    const std::ptrdiff_t sx = isDirectSource ? src_.step : width;
-    Unit* const y = isDirectDestination ? dst : out;
-    const std::ptrdiff_t sy = isDirectDestination ? dst_.step : width;
-    for (int lane = 0; lane < width; lane += kFrames) {
-      transformRows(x + lane, sx, y + lane, sy);
-      if (isDirectDestination) {
-        clearZeros(y + lane, sy);
-      }
-    }
-    if (!isDirectDestination) {
-      empty<width>(out, dst);
-    }
+  // A row of `row` frames for each element.
+  template <int row>
+  struct alignas(kLine) Table {
+    Unit units[kRows * row];
+  };
+
+  // Whether kernels use rows where they are. A group of one frame is rows in any layout.
+  template <int row, class Element>
+  TFMGEN_INLINE static bool isDirect(const PathSide<Element>& side) {
+    return row > kFrames ? side.path == Path::rows && !side.collides : side.path == Path::rows || kFrames == 1;
   }
 
-  TFMGEN_INLINE void transformRows(const Unit* x, std::ptrdiff_t sx, Unit* y, std::ptrdiff_t sy) const {
-    const std::ptrdiff_t step = transform == Transform::realInverse ? sx : sy;
+  // Groups from `first` on, as many at once as `most` frames, at most a row of the table. They go through the table
+  // where rows are not used in place; both sides may share it, since kernels load everything before they store.
+  template <int row>
+  [[gnu::noinline]] std::int64_t runInTables(std::int64_t first, int most) const {
+    Table<row> table;
+    const bool isDirectSource = isDirect<row>(src_);
+    const bool isDirectDestination = isDirect<row>(dst_);
+    const RowsCall call = rowsCall(isDirectSource ? src_.step : row, isDirectDestination ? dst_.step : row);
+    std::int64_t f = first;
+    for (std::int64_t left = batch_.count - f; left >= kFrames; left = batch_.count - f) {
+      const int frames = left >= most ? most : static_cast<int>(left) / kFrames * kFrames;
+      const Unit* const src = src_.first + f * src_.distance;
+      Unit* const dst = dst_.first + f * dst_.distance;
+      if (!isDirectSource) {
+        fill<row>(src, frames, table.units);
+      }
+      for (int i = 0; i < frames; i += kFrames) {
+        transformRows(call, (isDirectSource ? src : table.units) + i, (isDirectDestination ? dst : table.units) + i);
+      }
+      if (!isDirectDestination) {
+        empty<row>(table.units, frames, dst);
+      }
+      f += frames;
+    }
+    return f;
+  }
+
+  // ---- Kernels on rows
+
+  // In blocks, the inverse transform is the forward one with its results from 1 on in descending order.
+  static constexpr Transform kKernel = areBlocks ? Transform::complexForward : transform;
+  static constexpr bool kIsBackward = areBlocks && transform == Transform::complexInverse;
+
+  [[nodiscard]] TFMGEN_INLINE std::ptrdiff_t others(std::ptrdiff_t step) const { return kIsBackward ? n_ * step : 0; }
+
+  [[nodiscard]] TFMGEN_INLINE static std::ptrdiff_t inBytes(std::ptrdiff_t units) {
+    return units * static_cast<std::ptrdiff_t>(sizeof(Unit));
+  }
+
+  // All of a call but the rows.
+  struct RowsCall {
+    RowsRoutine<Real>* routine;
+    std::ptrdiff_t sx;
+    std::ptrdiff_t sy;
+    RowOffsets offsets;
+    Real scale;
+  };
+
+  // Steps in units.
+  TFMGEN_INLINE RowsCall rowsCall(std::ptrdiff_t srcStep, std::ptrdiff_t dstStep) const {
+    const std::ptrdiff_t sx = inBytes(srcStep);
+    const std::ptrdiff_t sy = inBytes(dstStep);
     const bool isCcs = format_ == Format::ccs;
     const bool pairsAreEven = isCcs || storedAs(format_, n_) == Format::perm;
     const std::ptrdiff_t middle = isCcs ? n_ : pairsAreEven ? 1 : n_ - 1;
-    kInRows<bytes, transform, Real>.of[n_](samples(x), sx, samples(y), sy, {middle * step, pairsAreEven ? 0 : -step},
-                                           static_cast<Real>(batch_.scale));
+    const std::ptrdiff_t step = transform == Transform::realInverse ? sx : sy;
+    const RowOffsets offsets{middle * step, isComplex(transform) ? others(sy) : pairsAreEven ? 0 : -step};
+    return {kInRows<bytes, kKernel, Real>.of[n_], sx, kIsBackward ? -sy : sy, offsets, static_cast<Real>(batch_.scale)};
+  }
+
+  TFMGEN_INLINE void transformRows(const RowsCall& call, const Unit* x, Unit* y) const {
+    call.routine(samples(x), call.sx, samples(y), call.sy, call.offsets, call.scale);
+    clearZeros(y, call.sy / static_cast<std::ptrdiff_t>(sizeof(Unit)));
   }
 
   // The parts of a half spectrum that are zero by definition.
   TFMGEN_INLINE void clearZeros(Unit* y, std::ptrdiff_t step) const {
     if (transform == Transform::realForward && format_ == Format::ccs) {
-      storeUnaligned(y + step, V{});
+      storeUnaligned(lanes(y + step), V{});
       if (n_ % 2 == 0) {
-        storeUnaligned(y + (n_ + 1) * step, V{});
+        storeUnaligned(lanes(y + (n_ + 1) * step), V{});
       }
     }
   }
 
-  // ---- Between the caller's layout and a block
+  // ---- Between the caller's layout and a table
 
-  template <int width>
-  TFMGEN_INLINE void fill(const Unit* src, Unit* block) const {
+  template <int row>
+  TFMGEN_INLINE void fill(const Unit* src, int frames, Unit* table) const {
     switch (src_.path) {
     case Path::rows:
       for (int e = 0; e < src_.length; ++e) {
-        moveRow<width>(src + e * src_.step, block + e * width);
+        moveRow(src + e * src_.step, frames, table + e * row);
       }
       break;
     case Path::frames:
-      for (int lane = 0; lane < width; lane += kLanesOf<V>) {
-        framesToBlock<V, width>(EvenFrames<const Unit>{src + lane * src_.distance, src_.distance}, src_.length,
-                                block + lane);
+      for (int i = 0; i < frames; i += kUnits) {
+        const std::ptrdiff_t distance = kLanesOfUnit * src_.distance;
+        framesToTable<V, kLanesOfUnit, kLanesOfUnit * row>(EvenFrames<const Lane>{lanes(src) + i * distance, distance},
+                                                           src_.length, lanes(table + i));
       }
       break;
     case Path::scattered:
       for (int e = 0; e < src_.length; ++e) {
-        for (int lane = 0; lane < width; ++lane) {
-          block[e * width + lane] = loadElement(src + e * src_.step + lane * src_.distance);
+        for (int i = 0; i < frames; ++i) {
+          table[e * row + i] = loadElement(src + e * src_.step + i * src_.distance);
         }
       }
       break;
     }
   }
 
-  template <int width>
-  TFMGEN_INLINE void empty(const Unit* block, Unit* dst) const {
+  template <int row>
+  TFMGEN_INLINE void empty(const Unit* table, int frames, Unit* dst) const {
     switch (dst_.path) {
     case Path::rows:
       for (int e = 0; e < dst_.length; ++e) {
-        moveRow<width>(block + e * width, dst + e * dst_.step);
+        moveRow(table + e * row, frames, dst + e * dst_.step);
       }
       break;
     case Path::frames:
-      for (int lane = 0; lane < width; lane += kLanesOf<V>) {
-        blockToFrames<V, width>(block + lane, dst_.length, EvenFrames<Unit>{dst + lane * dst_.distance, dst_.distance});
+      for (int i = 0; i < frames; i += kUnits) {
+        const std::ptrdiff_t distance = kLanesOfUnit * dst_.distance;
+        tableToFrames<V, kLanesOfUnit, kLanesOfUnit * row>(lanes(table + i), dst_.length,
+                                                           EvenFrames<Lane>{lanes(dst) + i * distance, distance});
       }
       break;
     case Path::scattered:
       for (int e = 0; e < dst_.length; ++e) {
-        for (int lane = 0; lane < width; ++lane) {
-          storeElement(dst + e * dst_.step + lane * dst_.distance, block[e * width + lane]);
+        for (int i = 0; i < frames; ++i) {
+          storeElement(dst + e * dst_.step + i * dst_.distance, table[e * row + i]);
         }
       }
       break;
     }
   }
 
-  template <int width>
-  TFMGEN_INLINE static void moveRow(const Unit* from, Unit* to) {
-    unroll<width / kLanesOf<V>>(
-        [&](auto i) TFMGEN_INLINE { storeUnaligned(to + i * kLanesOf<V>, loadUnaligned<V>(from + i * kLanesOf<V>)); });
+  TFMGEN_INLINE static void moveRow(const Unit* from, int frames, Unit* to) {
+    for (int i = 0; i < frames; i += kUnits) {
+      storeUnaligned(lanes(to + i), loadUnaligned<V>(lanes(from + i)));
+    }
   }
 
   // ---- Frames that fill no group
@@ -279,7 +331,7 @@ private:
     if (frames > kFrames / 2 && areFrames) {
       repeatLast(done, frames);
     } else if (frames > kFrames / 8 && hasEarlier && !areFrames) {
-      runBlocks<kFrames>(batch_.count - kFrames);
+      runInTables<kFrames>(batch_.count - kFrames, kFrames);
     } else {
       return 0;
     }
@@ -287,31 +339,33 @@ private:
   }
 
   [[gnu::noinline]] void repeatLast(std::int64_t first, std::int64_t frames) const {
-    Space<kFrames> in;
-    Space<kFrames> out;
-    clearZeros(out.units, kFrames);
-    for (int lane = 0; lane < kFrames; lane += kLanesOf<V>) {
-      framesToBlock<V, kFrames>(listed(src_, first, frames, lane), src_.length, in.units + lane);
+    constexpr int row = kLanesOfUnit * kFrames;
+    Table<kFrames> table;
+    for (int i = 0; i < kFrames; i += kUnits) {
+      framesToTable<V, kLanesOfUnit, row>(listed<const Lane>(src_, first, frames, i), src_.length,
+                                          lanes(table.units + i));
     }
-    transformRows(in.units, kFrames, out.units, kFrames);
-    for (int lane = 0; lane < kFrames; lane += kLanesOf<V>) {
-      blockToFrames<V, kFrames>(out.units + lane, dst_.length, listed(dst_, first, frames, lane));
+    transformRows(rowsCall(kFrames, kFrames), table.units, table.units);
+    for (int i = 0; i < kFrames; i += kUnits) {
+      tableToFrames<V, kLanesOfUnit, row>(lanes(table.units + i), dst_.length, listed<Lane>(dst_, first, frames, i));
     }
   }
 
-  template <class Element>
-  TFMGEN_INLINE static ListedFrames<Element, kLanesOf<V>> listed(const PathSide<Element>& side, std::int64_t first,
-                                                                 std::int64_t frames, int lane) {
-    ListedFrames<Element, kLanesOf<V>> list;
-    for (int i = 0; i < kLanesOf<V>; ++i) {
-      const std::int64_t frame = lane + i < frames ? lane + i : frames - 1;
-      list.frames[i] = side.first + (first + frame) * side.distance;
+  template <class Element, class Side>
+  TFMGEN_INLINE static ListedFrames<Element, kUnits> listed(const Side& side, std::int64_t first, std::int64_t frames,
+                                                            int begin) {
+    ListedFrames<Element, kUnits> list;
+    for (int i = 0; i < kUnits; ++i) {
+      const std::int64_t frame = begin + i < frames ? begin + i : frames - 1;
+      list.frames[i] = lanes(side.first + (first + frame) * side.distance);
     }
     return list;
   }
 
   TFMGEN_INLINE static const Real* samples(const Unit* units) { return reinterpret_cast<const Real*>(units); }
   TFMGEN_INLINE static Real* samples(Unit* units) { return reinterpret_cast<Real*>(units); }
+  TFMGEN_INLINE static const Lane* lanes(const Unit* units) { return reinterpret_cast<const Lane*>(units); }
+  TFMGEN_INLINE static Lane* lanes(Unit* units) { return reinterpret_cast<Lane*>(units); }
 
   const Batch& batch_;
   int n_;
@@ -320,138 +374,22 @@ private:
   PathSide<Unit> dst_;
 };
 
-// ---- A frame in every 16 bytes
-
-template <int bytes>
-struct BlockRoutines {
-  decltype(&InBlocks<bytes, kShortest>::run) run;
-  decltype(&InBlocks<bytes, kShortest>::runRows) runRows;
-};
-
-template <int bytes>
-struct BlockRoutineTable {
-  BlockRoutines<bytes> of[kLongest + 1];
-};
-
-template <int bytes>
-inline constexpr auto kInBlocks = withIndices<kLongest + 1>([](auto... n) {
-  const auto routines = [](auto length) -> BlockRoutines<bytes> {
-    if constexpr (length >= kShortest) {
-      return {InBlocks<bytes, length>::run, InBlocks<bytes, length>::runRows};
-    } else {
-      return {nullptr, nullptr};
-    }
-  };
-  return BlockRoutineTable<bytes>{{routines(n)...}};
-});
-
-// The inverse transform is the forward one with its results in the order 0, n-1, n-2 .. 1: the operations of a kernel
-// are the same, and only the last of them, a sum or a difference, tells the two apart.
-template <int bytes>
-class BlockGroups {
-public:
-  TFMGEN_INLINE explicit BlockGroups(const Batch& batch)
-      : batch_(batch), routines_(kInBlocks<bytes>.of[batch.length]),
-        src_(reinterpret_cast<const Tfm64f*>(batch.src.first)), dst_(reinterpret_cast<Tfm64f*>(batch.dst.first)),
-        from_{2 * batch.src.step, 2 * batch.src.distance}, to_{2 * batch.dst.step, 2 * batch.dst.distance} {}
-
-  TFMGEN_INLINE std::int64_t run() const {
-    const bool areRows = batch_.src.distance == 1 && batch_.dst.distance == 1;
-    std::int64_t f = areRows && (collides(from_) || collides(to_)) ? runStrips() : 0;
-    for (; f + kFrames <= batch_.count; f += kFrames) {
-      if (areRows) {
-        transformRows(src_ + 2 * f, from_.step, dst_ + 2 * f, to_.step);
-      } else {
-        const BlockLayout to{results(to_.step), to_.distance};
-        routines_.run(src_ + f * from_.distance, from_, dst_ + f * to_.distance, to, others(to_.step), batch_.scale);
-      }
-    }
-    return f;
-  }
-
-private:
-  static constexpr int kFrames = bytes / kBlockBytes; // of a group
-  static constexpr int kStrip = kStripBytes<bytes> / kBlockBytes;
-  static constexpr std::ptrdiff_t kRow = 2 * kStrip; // doubles of a strip in a row
-
-  // The inverse transform is the forward one with its results in the order 0, n-1, n-2 .. 1: the operations of a kernel
-  // are the same, and only the last of them, a sum or a difference, tells the two apart.
-  [[nodiscard]] TFMGEN_INLINE bool isInverse() const { return batch_.family->transform == Transform::complexInverse; }
-  [[nodiscard]] TFMGEN_INLINE std::ptrdiff_t results(std::ptrdiff_t step) const { return isInverse() ? -step : step; }
-  [[nodiscard]] TFMGEN_INLINE std::ptrdiff_t others(std::ptrdiff_t step) const {
-    return isInverse() ? batch_.length * step : 0;
-  }
-
-  [[nodiscard]] TFMGEN_INLINE bool collides(const BlockLayout& rows) const {
-    return rowsCollide<bytes>(rows.step * static_cast<std::ptrdiff_t>(sizeof(Tfm64f)), batch_.length);
-  }
-
-  TFMGEN_INLINE void transformRows(const Tfm64f* x, std::ptrdiff_t sx, Tfm64f* y, std::ptrdiff_t sy) const {
-    routines_.runRows(x, sx, y, results(sy), others(sy), batch_.scale);
-  }
-
-  [[gnu::noinline]] std::int64_t runStrips() const {
-    alignas(kLine) Tfm64f in[kLongest * kRow];
-    alignas(kLine) Tfm64f out[kLongest * kRow];
-    std::int64_t f = 0;
-    for (; f + kStrip <= batch_.count; f += kStrip) {
-      const Tfm64f* const src = src_ + 2 * f;
-      Tfm64f* const dst = dst_ + 2 * f;
-      moveRows(src, from_.step, in, kRow);
-      for (int i = 0; i < kRow; i += 2 * kFrames) {
-        transformRows(in + i, kRow, out + i, kRow);
-      }
-      moveRows(out, kRow, dst, to_.step);
-    }
-    return f;
-  }
-
-  TFMGEN_INLINE void moveRows(const Tfm64f* from, std::ptrdiff_t fromStep, Tfm64f* to, std::ptrdiff_t toStep) const {
-    using V = Vector<Tfm64f, bytes>;
-    for (int e = 0; e < batch_.length; ++e) {
-      unroll<kRow / kLanesOf<V>>([&](auto i) TFMGEN_INLINE {
-        const V v = loadUnaligned<V>(from + e * fromStep + i * kLanesOf<V>);
-        storeUnaligned(to + e * toStep + i * kLanesOf<V>, v);
-      });
-    }
-  }
-
-  const Batch& batch_;
-  const BlockRoutines<bytes>& routines_;
-  const Tfm64f* src_;
-  Tfm64f* dst_;
-  BlockLayout from_;
-  BlockLayout to_;
-};
-
 // ---- All families
-
-template <int bytes, Transform transform>
-TFMGEN_INLINE inline std::int64_t transformLaneGroups(const Batch& batch) {
-  if constexpr (isComplex(transform)) {
-    return LaneGroups<bytes, transform, Tfm32f>(batch).run();
-  } else {
-    return batch.family->elementBytes == sizeof(Tfm32f) ? LaneGroups<bytes, transform, Tfm32f>(batch).run()
-                                                        : LaneGroups<bytes, transform, Tfm64f>(batch).run();
-  }
-}
 
 template <int bytes>
 std::int64_t transformGroups(const Batch& batch) {
+  const auto run = [&]<Transform transform>() TFMGEN_INLINE {
+    const bool isSingle = batch.family->elementBytes == (isComplex(transform) ? sizeof(Tfm32fc) : sizeof(Tfm32f));
+    return isSingle ? Groups<bytes, transform, Tfm32f>(batch).run() : Groups<bytes, transform, Tfm64f>(batch).run();
+  };
   switch (batch.family->transform) {
-  case Transform::complexForward:
-  case Transform::complexInverse:
-    if (batch.family->elementBytes == sizeof(Tfm64fc)) {
-      return BlockGroups<bytes>(batch).run();
-    }
-    return batch.family->transform == Transform::complexForward
-               ? transformLaneGroups<bytes, Transform::complexForward>(batch)
-               : transformLaneGroups<bytes, Transform::complexInverse>(batch);
-  case Transform::realForward: return transformLaneGroups<bytes, Transform::realForward>(batch);
-  case Transform::realInverse: return transformLaneGroups<bytes, Transform::realInverse>(batch);
+  case Transform::complexForward: return run.template operator()<Transform::complexForward>();
+  case Transform::complexInverse: return run.template operator()<Transform::complexInverse>();
+  case Transform::realForward: return run.template operator()<Transform::realForward>();
+  case Transform::realInverse: return run.template operator()<Transform::realInverse>();
   case Transform::hartley: break;
   }
-  return transformLaneGroups<bytes, Transform::hartley>(batch);
+  return run.template operator()<Transform::hartley>();
 }
 
 } // namespace tfmgen::batch

@@ -3,52 +3,76 @@
 #pragma once
 
 #include "family.hpp"
+#include "kernel/vector.hpp"
 #include "tfmgen.h"
 
 namespace tfmgen::batch {
 
-// The longest frames that are transposed in registers, between their memory and a kernel.
-constexpr int longestInRegisters(Format format) {
+// Complex elements of doubles stay together, one in every 16 bytes.
+template <Transform transform, class Real>
+inline constexpr bool isInBlocks = isComplex(transform) && sizeof(Real) == sizeof(double);
+
+// The longest frames that go from their memory to the registers of a kernel and back without a table of rows between:
+// as measured, but that the rarer formats of half spectra have a routine of their own only where the table would cost
+// most.
+template <int bytes, Transform transform, Format format, class Real>
+constexpr int longestInRegisters() {
+  if (isInBlocks<transform, Real>) {
+    return bytes == 64 ? 24 : bytes == 32 ? 8 : 0; // a group of one frame is rows anyway
+  }
+  if (isComplex(transform)) {
+    return bytes == kBlockBytes ? 16 : 24;
+  }
   return format == Format::pack || format == Format::perm ? 8 : 16;
 }
 
-// Where the spectrum of a real signal deviates from one row of samples an element: distances in samples from the first
-// row to the only row of bin N/2, and to where row 2k would be the real part of bin k.
-struct SpectrumRows {
+// Whether longer ones, of two blocks to a register, are faster without a table too: a kernel that takes registers apart
+// as it loads and stores.
+template <int bytes>
+constexpr bool isInPieces(int n) {
+  return bytes == 32 && n > longestInRegisters<bytes, Transform::complexForward, Format::plain, Tfm64f>();
+}
+
+// Where elements deviate from one row each, in bytes from the first row: the only row of bin N/2 of a real signal's
+// spectrum, and where all others but the first begin: of a spectrum row 2k would be the real part of bin k.
+struct RowOffsets {
   std::ptrdiff_t middle;
-  std::ptrdiff_t bins;
+  std::ptrdiff_t others;
 };
 
-// Groups of frames, a frame a lane: as many as `bytes` bytes have lanes of Real. Element e of all of them is a row at
-// x + e * sx; of complex elements a row holds both parts of each frame in turn. All loads come before the first store.
+// Groups of frames, a frame a lane or a block: as many as `bytes` bytes have of them. Element e of all of them is a row
+// sx * e bytes from x; of complex elements a row holds both parts of each frame in turn. All loads come before the
+// first store.
 template <int bytes, Transform transform, class Real, int n>
 struct InRows {
-  static void run(const Real* x, std::ptrdiff_t sx, Real* y, std::ptrdiff_t sy, SpectrumRows spectrum, Real scale);
+  static void run(const Real* x, std::ptrdiff_t sx, Real* y, std::ptrdiff_t sy, RowOffsets offsets, Real scale);
 };
 template <class Real>
-using RowsRoutine = void(const Real* x, std::ptrdiff_t sx, Real* y, std::ptrdiff_t sy, SpectrumRows spectrum,
-                         Real scale);
+using RowsRoutine = void(const Real* x, std::ptrdiff_t sx, Real* y, std::ptrdiff_t sy, RowOffsets offsets, Real scale);
 
-// The same for frames each in one piece, frame f at x + f * dx.
+// The same for frames each in one piece, frame f at dx * f elements from x.
 template <int bytes, Transform transform, Format format, class Real, int n>
 struct InFrames {
   static void run(const Real* x, std::ptrdiff_t dx, Real* y, std::ptrdiff_t dy, Real scale);
 };
 template <class Real>
 using FramesRoutine = void(const Real* x, std::ptrdiff_t dx, Real* y, std::ptrdiff_t dy, Real scale);
+template <int bytes, Transform transform, Format format, class Real, int n>
+requires(n > longestInRegisters<bytes, transform, format, Real>()) struct InFrames<bytes, transform, format, Real, n> {
+};
 
-// Complex elements of doubles in groups of bytes / 16 frames, forward. Elements lie at x + k * step + f * distance, of
-// the result at y + f * distance for k = 0 and at y + others + k * step + f * distance else.
-struct BlockLayout {
+// Complex elements of doubles in any layout, in bytes. As in InRows, all results but the first begin at
+// `others`.
+struct Spread {
   std::ptrdiff_t step;
   std::ptrdiff_t distance;
 };
+template <int bytes, int n, bool exists = isInPieces<bytes>(n)>
+struct InPieces {};
 template <int bytes, int n>
-struct InBlocks {
-  static void run(const Tfm64f* x, BlockLayout from, Tfm64f* y, BlockLayout to, std::ptrdiff_t others, Tfm64f scale);
-  // The same frames side by side: distance 2 on both sides.
-  static void runRows(const Tfm64f* x, std::ptrdiff_t sx, Tfm64f* y, std::ptrdiff_t sy, std::ptrdiff_t others,
-                      Tfm64f scale);
+struct InPieces<bytes, n, true> {
+  static void run(const Tfm64f* x, Spread from, Tfm64f* y, Spread to, std::ptrdiff_t others, Tfm64f scale);
 };
+using PiecesRoutine = void(const Tfm64f* x, Spread from, Tfm64f* y, Spread to, std::ptrdiff_t others, Tfm64f scale);
 
 } // namespace tfmgen::batch

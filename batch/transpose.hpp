@@ -1,8 +1,9 @@
 // Frames in memory to one register an element, a frame a lane, and back.
 //
-// A tile takes a few elements of as many frames as a register has lanes. Its rows are loaded by pieces, row r from
-// frames r, r + columns, r + 2 * columns and so on, and transposed within the pieces. The last tile of a frame overlaps
-// the one before: nothing outside a frame is touched, and an element that is moved twice is moved to the same place.
+// An element is one lane, or a block of 16 bytes. A tile takes a few elements of as many frames as a register holds.
+// Its rows are loaded by pieces, row r from frames r, r + columns, r + 2 * columns and so on, and transposed within the
+// pieces. The last tile of a frame overlaps the one before: nothing outside a frame is touched, and an element that is
+// moved twice is moved to the same place.
 #pragma once
 
 #include "kernel/access.hpp"
@@ -28,27 +29,27 @@ struct ListedFrames {
   TFMGEN_INLINE Element* operator()(int frame) const { return frames[frame]; }
 };
 
-// ---- Rows of a tile
+// ---- Rows of a tile. `unit` is the lanes of an element.
 
 // A register whose pieces of `columns` elements come from frames `frame`, frame + columns, ...
-template <class V, int columns, class Frames>
+template <class V, int unit, int columns, class Frames>
 TFMGEN_INLINE inline V loadPieces(const Frames& frames, int frame, int element) {
-  if constexpr (kLanesOf<V> == columns) {
-    return loadUnaligned<V>(frames(frame) + element);
+  if constexpr (kLanesOf<V> == unit * columns) {
+    return loadUnaligned<V>(frames(frame) + unit * element);
   } else {
     using Half = Vector<Element<V>, sizeof(V) / 2>;
-    return join(loadPieces<Half, columns>(frames, frame, element),
-                loadPieces<Half, columns>(frames, frame + kLanesOf<Half>, element));
+    return join(loadPieces<Half, unit, columns>(frames, frame, element),
+                loadPieces<Half, unit, columns>(frames, frame + kLanesOf<Half> / unit, element));
   }
 }
 
-template <int columns, class V, class Frames>
+template <int unit, int columns, class V, class Frames>
 TFMGEN_INLINE inline void storePieces(const Frames& frames, int frame, int element, V v) {
-  if constexpr (kLanesOf<V> == columns) {
-    storeUnaligned(frames(frame) + element, v);
+  if constexpr (kLanesOf<V> == unit * columns) {
+    storeUnaligned(frames(frame) + unit * element, v);
   } else {
-    storePieces<columns>(frames, frame, element, lowHalf(v));
-    storePieces<columns>(frames, frame + kLanesOf<V> / 2, element, highHalf(v));
+    storePieces<unit, columns>(frames, frame, element, lowHalf(v));
+    storePieces<unit, columns>(frames, frame + kLanesOf<V> / 2 / unit, element, highHalf(v));
   }
 }
 
@@ -86,27 +87,36 @@ TFMGEN_INLINE inline V everyOther(V a, V b) {
 
 // ---- Tiles
 
-template <class V, int columns, class Frames>
+template <int unit, class V, int columns>
+TFMGEN_INLINE inline void transposeTile(V (&rows)[columns]) {
+  if constexpr (unit == 1) {
+    transpose(rows);
+  } else {
+    transposeBlocks<1>(rows);
+  }
+}
+
+template <class V, int unit, int columns, class Frames>
 TFMGEN_INLINE inline void loadTile(const Frames& frames, int element, V (&rows)[columns]) {
-  if constexpr (columns < kLanes<Element<V>>) {
+  if constexpr (unit * columns < kLanes<Element<V>>) {
     const V first = loadPairs<V>(frames, 0, element);
     const V second = loadPairs<V>(frames, 2, element);
     rows[0] = everyOther<0>(first, second);
     rows[1] = everyOther<1>(first, second);
   } else {
-    unroll<columns>([&](auto row) TFMGEN_INLINE { rows[row] = loadPieces<V, columns>(frames, row, element); });
-    transpose(rows);
+    unroll<columns>([&](auto row) TFMGEN_INLINE { rows[row] = loadPieces<V, unit, columns>(frames, row, element); });
+    transposeTile<unit>(rows);
   }
 }
 
-template <class V, int columns, class Frames>
+template <class V, int unit, int columns, class Frames>
 TFMGEN_INLINE inline void storeTile(const Frames& frames, int element, V (&rows)[columns]) {
-  if constexpr (columns < kLanes<Element<V>>) {
+  if constexpr (unit * columns < kLanes<Element<V>>) {
     storePairs(frames, 0, element, unpackLow(rows[0], rows[1]));
     storePairs(frames, 2, element, unpackHigh(rows[0], rows[1]));
   } else {
-    transpose(rows);
-    unroll<columns>([&](auto row) TFMGEN_INLINE { storePieces<columns>(frames, row, element, rows[row]); });
+    transposeTile<unit>(rows);
+    unroll<columns>([&](auto row) TFMGEN_INLINE { storePieces<unit, columns>(frames, row, element, rows[row]); });
   }
 }
 
@@ -129,10 +139,12 @@ TFMGEN_INLINE inline void coverWithTiles(int first, int n, const Tile& tile) {
   }
 }
 
-template <int widest, class V, class Tile>
+template <int widest, class V, int unit, class Tile>
 TFMGEN_INLINE inline void coverFrame(int n, const Tile& tile) {
-  constexpr int block = kLanes<Element<V>>;
-  if (block == 2 || n >= block) {
+  constexpr int block = kLanes<Element<V>> / unit;
+  if constexpr (block <= 2) {
+    coverWithTiles<widest, block>(0, n, tile);
+  } else if (n >= block) {
     coverWithTiles<widest, block>(0, n, tile);
   } else {
     coverWithTiles<2, 2>(0, n, tile);
@@ -140,23 +152,22 @@ TFMGEN_INLINE inline void coverFrame(int n, const Tile& tile) {
 }
 
 // Calls put(element, V) for elements 0 .. n - 1 of the frames.
-template <class V, class Frames, class Put>
+template <class V, int unit, class Frames, class Put>
 TFMGEN_INLINE inline void loadFrames(const Frames& frames, int n, const Put& put) {
-  constexpr bool isWide = sizeof(V) > 32; // a load of 16 bytes goes into the upper half of 32 at no cost
-  coverFrame<isWide ? kLanesOf<V> : kLanes<Element<V>>, V>(n, [&](auto columns, int element) TFMGEN_INLINE {
+  coverFrame<kLanesOf<V> / unit, V, unit>(n, [&](auto columns, int element) TFMGEN_INLINE {
     V rows[columns];
-    loadTile(frames, element, rows);
+    loadTile<V, unit>(frames, element, rows);
     unroll<columns>([&](auto row) TFMGEN_INLINE { put(element + row, rows[row]); });
   });
 }
 
 // Stores get(element) for elements 0 .. n - 1 to the frames.
-template <class V, class Frames, class Get>
+template <class V, int unit, class Frames, class Get>
 TFMGEN_INLINE inline void storeFrames(const Frames& frames, int n, const Get& get) {
-  coverFrame<kLanesOf<V>, V>(n, [&](auto columns, int element) TFMGEN_INLINE {
+  coverFrame<kLanesOf<V> / unit, V, unit>(n, [&](auto columns, int element) TFMGEN_INLINE {
     V rows[columns];
     unroll<columns>([&](auto row) TFMGEN_INLINE { rows[row] = get(element + row); });
-    storeTile(frames, element, rows);
+    storeTile<V, unit>(frames, element, rows);
   });
 }
 

@@ -28,6 +28,8 @@ struct Fftw;
     static constexpr auto execute = &prefix##_execute;                                                                 \
     static constexpr auto destroy = &prefix##_destroy_plan;                                                            \
     static constexpr auto forgetWisdom = &prefix##_forget_wisdom;                                                      \
+    static constexpr auto readWisdom = &prefix##_import_wisdom_from_filename;                                          \
+    static constexpr auto writeWisdom = &prefix##_export_wisdom_to_filename;                                           \
     static constexpr auto limitTime = &prefix##_set_timelimit;                                                         \
   };
 BENCH_FFTW_API(float, fftwf)

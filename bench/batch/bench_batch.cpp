@@ -1,7 +1,9 @@
 // Times batches beside single calls and FFTW's plans for many transforms, nanoseconds a frame.
 //
 //   bench_batch [--families=cf32,cf64,...] [--layouts=contiguous,interleaved] [--counts=1,4,...] [--lengths=2,3,...]
-//               [--rounds=COUNT] [--patient] [--marks=FILE]
+//               [--rounds=COUNT] [--patient] [--marks=FILE] [--plans=DIRECTORY]
+//
+// --plans keeps FFTW's plans in a directory for the next run, since planning takes most of the time.
 //
 // Prints a table as CSV: family, layout, count, n, a column for each contender, and the mark: what the best of a dozen
 // open libraries took on another machine, carried here by the times of FFTW there and here. report.py makes summaries
@@ -39,7 +41,8 @@ struct Options {
       {"lengths", {"2",  "3",  "4",  "5",  "7",  "8",  "11", "12", "13", "16", "17", "20", "24", "25", "31",
                    "32", "36", "40", "46", "47", "48", "49", "52", "53", "54", "59", "60", "61", "64"}},
       {"rounds", {"15"}},
-      {"marks", {BENCH_MARKS_FILE}}};
+      {"marks", {BENCH_MARKS_FILE}},
+      {"plans", {}}};
   bool isPatient = false;
 };
 
@@ -137,11 +140,12 @@ struct Table {
 };
 
 template <class T>
-void run(const CaseId& id, const std::string& key, bool isPatient, int rounds, Table& table) {
+void run(const CaseId& id, const std::string& key, const Options& options, int rounds, Table& table) {
   const Arena<T> arena(id.n, id.count);
   std::vector<Contender> contenders;
   addOurs(id, arena, contenders);
-  addFftw(id, arena, isPatient, contenders);
+  const std::vector<std::string>& plans = options.lists.at("plans");
+  addFftw(id, arena, {options.isPatient, plans.empty() ? "" : plans[0] + '/' + key + ','}, contenders);
   std::vector<double> perFrame = times(arena, contenders, rounds);
   for (double& t : perFrame) {
     t /= id.count;
@@ -160,8 +164,7 @@ void runAll(const Options& options) {
                           layout == "contiguous" ? Arrangement::contiguous : Arrangement::interleaved, std::stoi(count),
                           std::stoi(n)};
           const std::string key = family + ',' + layout + ',' + count + ',' + n;
-          id.bits == 32 ? run<float>(id, key, options.isPatient, rounds, table)
-                        : run<double>(id, key, options.isPatient, rounds, table);
+          id.bits == 32 ? run<float>(id, key, options, rounds, table) : run<double>(id, key, options, rounds, table);
         }
       }
     }

@@ -16,8 +16,12 @@ struct Contender {
 template <class T>
 void addOurs(const CaseId& id, const Arena<T>& arena, std::vector<Contender>& contenders);
 
-// Plans with FFTW_MEASURE and, where asked for, with FFTW_PATIENT.
+struct Planning {
+  bool isPatient = false; // with FFTW_PATIENT beside FFTW_MEASURE
+  std::string plans;      // begins the names of files that keep what planning found for the next run; empty: none
+};
+
 template <class T>
-void addFftw(const CaseId& id, const Arena<T>& arena, bool isPatient, std::vector<Contender>& contenders);
+void addFftw(const CaseId& id, const Arena<T>& arena, const Planning& planning, std::vector<Contender>& contenders);
 
 } // namespace bench

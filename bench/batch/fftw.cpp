@@ -36,24 +36,30 @@ typename Fftw<T>::Plan* plan(const CaseId& id, const Arena<T>& arena, unsigned f
 } // namespace
 
 template <class T>
-void addFftw(const CaseId& id, const Arena<T>& arena, bool isPatient, std::vector<Contender>& contenders) {
+void addFftw(const CaseId& id, const Arena<T>& arena, const Planning& planning, std::vector<Contender>& contenders) {
   using Api = Fftw<T>;
-  Api::forgetWisdom();
   Api::limitTime(kMostSecondsOfPlanning);
-  const auto add = [&](const char* name, unsigned flags) {
+  const auto add = [&](const std::string& name, unsigned flags) {
+    const std::string file = planning.plans + name;
+    const bool isKept = !planning.plans.empty();
+    Api::forgetWisdom();
+    const bool isKnown = isKept && Api::readWisdom(file.c_str()) != 0;
     if (auto* const made = plan<T>(id, arena, flags)) {
       const std::shared_ptr<typename Api::Plan> shared(made, Api::destroy);
       contenders.push_back({name, [shared] { Api::execute(shared.get()); }});
     }
+    if (isKept && !isKnown) {
+      Api::writeWisdom(file.c_str());
+    }
     arena.restore();
   };
   add("fftw-measured", FFTW_MEASURE);
-  if (isPatient) {
+  if (planning.isPatient) {
     add("fftw-patient", FFTW_PATIENT);
   }
 }
 
-template void addFftw<float>(const CaseId&, const Arena<float>&, bool, std::vector<Contender>&);
-template void addFftw<double>(const CaseId&, const Arena<double>&, bool, std::vector<Contender>&);
+template void addFftw<float>(const CaseId&, const Arena<float>&, const Planning&, std::vector<Contender>&);
+template void addFftw<double>(const CaseId&, const Arena<double>&, const Planning&, std::vector<Contender>&);
 
 } // namespace bench

@@ -10,11 +10,6 @@ namespace tfmgen::print {
 
 namespace {
 
-// Frames of this many elements at most go from their rows to registers without a block of memory between. The rarer
-// formats of half spectra have a routine of their own where the block would cost most.
-constexpr int kLongestInRegisters = 16;
-constexpr int kLongestPackedInRegisters = 8;
-
 struct Names {
   const char* transform;
   std::vector<const char*> formats;
@@ -51,17 +46,10 @@ std::string kernelText(const std::string& head, const std::string& statements) {
          "  TFMGEN_INLINE static void run(const Source& x, const Destination& y, T s) {\n" + statements + "  }\n};\n";
 }
 
-bool isInRegisters(const std::string& format, int length) {
-  if (format == "perm" && length % 2 != 0) {
-    return false; // it is Pack
-  }
-  return length <= (format == "pack" || format == "perm" ? kLongestPackedInRegisters : kLongestInRegisters);
-}
-
 std::string routines(const Names& name, const std::string& sample, int length) {
   std::string text = "template struct InRows" + arguments(name.transform, sample, length) + ";\n";
   for (const char* format : name.formats) {
-    if (isInRegisters(format, length)) {
+    if (std::string(format) != "perm" || length % 2 == 0) { // else it is Pack
       text += "template struct InFrames" +
               arguments(name.transform, std::string("Format::") + format + ", " + sample, length) + ";\n";
     }
@@ -93,7 +81,11 @@ Piece batchComplex64Piece(const lower::Kernel& kernel, int length, const std::st
           " {\n  template <class V, class Access, class Source, class Destination>\n" +
           "  TFMGEN_INLINE static void run(const Source& x, const Destination& y, V s) {\n" +
           vectorStatements(kernel, {Precision::twofold, 2, true, registers - 1}) + "  }\n};\n";
-  text += "template struct InBlocks<kBytes, " + std::to_string(length) + ">;\n";
+  text += "template struct InRows" + place + ";\n";
+  text += "template struct InPieces<kBytes, " + std::to_string(length) + ">;\n";
+  for (const char* transform : {"complexForward", "complexInverse"}) {
+    text += "template struct InFrames" + arguments(transform, "Format::plain, Tfm64f", length) + ";\n";
+  }
   return {inNamespace(text), c.multiplications + c.additions};
 }
 

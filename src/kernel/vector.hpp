@@ -164,12 +164,33 @@ TFMGEN_INLINE inline void exchangeRuns(V& first, V& second) {
   });
 }
 
-// The same with every pair of rows that are `length` apart.
-template <int length, class V, int count>
-TFMGEN_INLINE inline void exchangeBlocks(V (&rows)[count]) {
-  unroll<count>([&](auto row) TFMGEN_INLINE {
-    if constexpr (length < count && (row & length) == 0) {
-      exchangeRuns<length>(rows[row], rows[row + length]);
+// Two runs of as many blocks of 16 bytes as a half has: the even or the odd blocks of a, then of b.
+template <int first, class V>
+TFMGEN_INLINE inline V everyOtherBlock(V a, V b) {
+  constexpr int block = kLanes<Element<V>>;
+  return withIndices<kLanesOf<V>>(
+      [&](auto... i) TFMGEN_INLINE { return shuffle<(2 * (i / block * block) + first * block + i % block)...>(a, b); });
+}
+
+// Transposes the square matrices of blocks of 16 bytes in rows that are `distance` apart.
+template <int distance, class V, int count>
+TFMGEN_INLINE inline void transposeBlocks(V (&rows)[count]) {
+  constexpr int block = kLanes<Element<V>>;
+  constexpr int blocks = count / distance;
+  static_assert(blocks <= 4);
+  unroll<distance>([&](auto row) TFMGEN_INLINE {
+    if constexpr (blocks == 2) {
+      exchangeRuns<block>(rows[row], rows[row + distance]);
+    } else if constexpr (blocks == 4) {
+      V(&r)[count] = rows;
+      const V even01 = everyOtherBlock<0>(r[row], r[row + distance]);
+      const V odd01 = everyOtherBlock<1>(r[row], r[row + distance]);
+      const V even23 = everyOtherBlock<0>(r[row + 2 * distance], r[row + 3 * distance]);
+      const V odd23 = everyOtherBlock<1>(r[row + 2 * distance], r[row + 3 * distance]);
+      r[row] = everyOtherBlock<0>(even01, even23);
+      r[row + distance] = everyOtherBlock<0>(odd01, odd23);
+      r[row + 2 * distance] = everyOtherBlock<1>(even01, even23);
+      r[row + 3 * distance] = everyOtherBlock<1>(odd01, odd23);
     }
   });
 }
@@ -181,7 +202,7 @@ TFMGEN_INLINE inline void transpose(V (&rows)[count]) {
   constexpr int block = kLanes<Element<V>>;
   static_assert(count % block == 0 && count <= kLanesOf<V>);
   if constexpr (block == 2) {
-    exchangeBlocks<1>(rows);
+    unroll<count / block>([&](auto i) TFMGEN_INLINE { exchangeRuns<1>(rows[2 * i], rows[2 * i + 1]); });
   } else {
     unroll<count / block>([&](auto i) TFMGEN_INLINE {
       V low01 = unpackLow(rows[4 * i], rows[4 * i + 1]);
@@ -196,8 +217,7 @@ TFMGEN_INLINE inline void transpose(V (&rows)[count]) {
       rows[4 * i + 3] = high23;
     });
   }
-  exchangeBlocks<block>(rows);
-  exchangeBlocks<2 * block>(rows);
+  transposeBlocks<block>(rows);
 }
 
 } // namespace tfmgen
