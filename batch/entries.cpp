@@ -7,9 +7,14 @@ using namespace tfmgen::batch;
 namespace {
 
 // Frames in one piece that are single calls, up to this number, without a look at anything else: as measured. A group
-// of four complex frames of floats gains nothing that would pay for its call, nor does one of four short frames.
+// of four complex frames of floats gains nothing that would pay for its call, nor does one of four frames of few
+// operations.
 constexpr std::int64_t fewFrames(Transform transform, std::size_t elementBytes, std::int32_t len) {
-  return isComplex(transform) && elementBytes == sizeof(Tfm32fc) ? 7 : len <= 8 ? 4 : 1;
+  const bool isSingle = elementBytes == (isComplex(transform) ? sizeof(Tfm32fc) : sizeof(Tfm32f));
+  if (isComplex(transform) && isSingle) {
+    return 7;
+  }
+  return len <= 8 || (len == 12 && !isSingle) ? 4 : 1;
 }
 
 // The checks of single calls are those of a batch with frames in it.

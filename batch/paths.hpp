@@ -102,6 +102,8 @@ public:
       done = runInRegisters(*routine);
     } else if (areBlocks && !areRows && kInPieces<bytes>.of[n_] != nullptr) {
       done = runInPieces();
+    } else if (isDirect<kFrames>(src_) && isDirect<kFrames>(dst_) && !src_.collides && !dst_.collides) {
+      done = runInRows();
     } else if (src_.collides || dst_.collides) {
       done = runInTables<kStrip>(0, n_ < kShortestStreamed ? kLine / sizeof(Unit) : kStrip);
     } else {
@@ -186,6 +188,20 @@ private:
   template <int row, class Element>
   TFMGEN_INLINE static bool isDirect(const PathSide<Element>& side) {
     return row > kFrames ? side.path == Path::rows && !side.collides : side.path == Path::rows || kFrames == 1;
+  }
+
+  // Kernels on rows where they are.
+  [[gnu::noinline]] std::int64_t runInRows() const {
+    const RowsCall call = rowsCall(src_.step, dst_.step);
+    const std::int64_t groups = batch_.count / kFrames;
+    const Unit* x = src_.first;
+    Unit* y = dst_.first;
+    for (std::int64_t group = 0; group < groups; ++group) {
+      transformRows(call, x, y);
+      x += kFrames * src_.distance;
+      y += kFrames * dst_.distance;
+    }
+    return groups * kFrames;
   }
 
   // Groups from `first` on, as many at once as `most` frames, at most a row of the table. They go through the table

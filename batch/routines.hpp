@@ -18,10 +18,10 @@ inline constexpr bool isInBlocks = isComplex(transform) && sizeof(Real) == sizeo
 template <int bytes, Transform transform, Format format, class Real>
 constexpr int longestInRegisters() {
   if (isInBlocks<transform, Real>) {
-    return bytes == 64 ? 24 : bytes == 32 ? 8 : 0; // a group of one frame is rows anyway
+    return bytes == 64 ? 32 : bytes == 32 ? 8 : 0; // a group of one frame is rows anyway
   }
   if (isComplex(transform)) {
-    return bytes == kBlockBytes ? 16 : 24;
+    return bytes == kBlockBytes ? 16 : 25;
   }
   return format == Format::pack || format == Format::perm ? 8 : 16;
 }

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace bench {
 
@@ -15,6 +16,9 @@ struct Contender {
 
 template <class T>
 void addOurs(const CaseId& id, const Arena<T>& arena, std::vector<Contender>& contenders);
+
+inline constexpr std::string_view kMeasured = "fftw-measured";
+inline constexpr std::string_view kPatient = "fftw-patient";
 
 struct Planning {
   bool isPatient = false; // with FFTW_PATIENT beside FFTW_MEASURE

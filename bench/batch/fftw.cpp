@@ -39,23 +39,23 @@ template <class T>
 void addFftw(const CaseId& id, const Arena<T>& arena, const Planning& planning, std::vector<Contender>& contenders) {
   using Api = Fftw<T>;
   Api::limitTime(kMostSecondsOfPlanning);
-  const auto add = [&](const std::string& name, unsigned flags) {
-    const std::string file = planning.plans + name;
+  const auto add = [&](std::string_view name, unsigned flags) {
+    const std::string file = planning.plans + std::string(name);
     const bool isKept = !planning.plans.empty();
     Api::forgetWisdom();
     const bool isKnown = isKept && Api::readWisdom(file.c_str()) != 0;
     if (auto* const made = plan<T>(id, arena, flags)) {
       const std::shared_ptr<typename Api::Plan> shared(made, Api::destroy);
-      contenders.push_back({name, [shared] { Api::execute(shared.get()); }});
+      contenders.push_back({std::string(name), [shared] { Api::execute(shared.get()); }});
     }
     if (isKept && !isKnown) {
       Api::writeWisdom(file.c_str());
     }
     arena.restore();
   };
-  add("fftw-measured", FFTW_MEASURE);
+  add(kMeasured, FFTW_MEASURE);
   if (planning.isPatient) {
-    add("fftw-patient", FFTW_PATIENT);
+    add(kPatient, FFTW_PATIENT);
   }
 }
 
