@@ -89,7 +89,7 @@ std::vector<print::ComplexKernel> complex64(Level level) {
     const pack::Program program = pack::program(std::get<lower::Kernel>(k.kernel), k.length);
     const auto packer = packers.try_emplace(k.length, pack::machine(level, 64, program.numbersInUnit)).first;
     pack::Packed packed = packer->second.pack(program);
-    if (packed.isFaster && !isMeasuredSlower(level, Kind::complex, 64, k.length)) {
+    if (packed.isFaster && !isMeasuredSlower(level, print::kernelName(k))) {
       k.packed = std::move(packed);
     }
   }

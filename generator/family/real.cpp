@@ -20,15 +20,6 @@ std::vector<lower::Format> formats(lower::Transform transform, int length) {
   return length % 2 != 0 ? std::vector{ccs, pack} : std::vector{ccs, pack, perm};
 }
 
-Kind kindOf(lower::Transform transform) {
-  switch (transform) {
-  case lower::Transform::forward: return Kind::forward;
-  case lower::Transform::inverse: return Kind::inverse;
-  case lower::Transform::hartley: break;
-  }
-  return Kind::hartley;
-}
-
 } // namespace
 
 std::vector<RealKernel> realKernels() {
@@ -55,7 +46,8 @@ std::vector<print::RealEntry> entries(const RealKernel& kernel, Level level) {
         const auto packer = packers.try_emplace(sampleBits, pack::machine(level, sampleBits, 1)).first;
         pack::Packed packed =
             packer->second.pack(pack::program(kernel.kernel, kernel.transform, format, kernel.length, sampleBits));
-        if (packed.isFaster && !isMeasuredSlower(level, kindOf(kernel.transform), sampleBits, kernel.length)) {
+        if (packed.isFaster &&
+            !isMeasuredSlower(level, print::entryName(kernel.transform, format, kernel.length, sampleBits))) {
           entry.packed = std::move(packed);
         }
       }

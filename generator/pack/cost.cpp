@@ -55,7 +55,7 @@ void PatternTable::rebuild() {
 // ---- Vectors
 
 Cost::Cost(const Program& program, const Dependences& dependences, const Packing& packing, const Machine& machine)
-    : program_(program), packing_(packing), machine_(machine), entries_(packing.vectors.size()),
+    : program_(program), packing_(packing), machine_(machine), vectors_(packing.vectors.size()),
       ready_(packing.vectors.size()), trial_(packing.vectors.size()), isChanged_(packing.vectors.size()) {
   const int lanes = packing.lanes;
   Indexed<Pattern> stores((program.destinationLength + lanes - 1) / lanes, Pattern::empty());
@@ -70,13 +70,13 @@ Cost::Cost(const Program& program, const Dependences& dependences, const Packing
       }
     }
   }
-  for (int v = 0; v < entries_.size(); ++v) {
-    measure(v, entries_[v]);
-    add(entries_[v]);
+  for (int v = 0; v < vectors_.size(); ++v) {
+    measure(v, vectors_[v].now());
+    add(vectors_[v].now());
   }
   for (const Pattern& pattern : stores) {
-    storeEntries_.push(storeEntry(pattern));
-    add(storeEntries_.back());
+    stores_.push({{storeEntry(pattern), {}}});
+    add(stores_.back().now());
   }
 }
 
@@ -111,6 +111,15 @@ void Cost::measureMoves(Entry& entry) const {
   }
 }
 
+void Cost::measureMoves(const Entry& before, Entry& entry) const {
+  entry.contents = before.contents;
+  entry.arithmetic = before.arithmetic;
+  entry.afterwards = before.afterwards;
+  entry.operandCount = before.operandCount;
+  std::ranges::copy(before.used(), entry.operands.begin());
+  measureMoves(entry);
+}
+
 Cost::Entry Cost::storeEntry(const Pattern& pattern) const {
   Entry entry;
   if (const PatternKey key = keyOf(pattern, packing_.lanes); key != 0) { // not a vector of zeros only
@@ -136,49 +145,50 @@ void Cost::remove(const Entry& entry) {
 }
 
 void Cost::begin(std::span<const int> vectors, std::span<const int> stores) {
-  old_.clear();
   for (const int v : vectors) {
-    remove(entries_[v]);
-    old_.push_back(entries_[v]);
+    remove(vectors_[v].now());
+    vectors_[v].exchange();
   }
   for (const int s : stores) {
-    remove(storeEntries_[s]);
-    old_.push_back(storeEntries_[s]);
+    remove(stores_[s].now());
+    stores_[s].exchange();
   }
 }
 
 bool Cost::count(std::span<const int> vectors, std::span<const int> stores, int limit) {
   counted_ = 0;
   for (const int v : vectors) {
-    if (entries_[v].contents == contents(v)) {
-      measureMoves(entries_[v]);
+    const Entry& before = vectors_[v].before();
+    Entry& entry = vectors_[v].now();
+    if (before.contents == contents(v)) {
+      measureMoves(before, entry);
     } else {
-      measure(v, entries_[v]);
+      measure(v, entry);
     }
-    add(entries_[v]);
+    add(entry);
     ++counted_;
     if (work_ > limit) {
       return false;
     }
   }
   for (const int s : stores) {
-    measureMoves(storeEntries_[s]);
-    add(storeEntries_[s]);
+    measureMoves(stores_[s].before(), stores_[s].now());
+    add(stores_[s].now());
     ++counted_;
   }
   return work_ <= limit;
 }
 
 void Cost::takeBack(std::span<const int> vectors, std::span<const int> stores) {
-  const auto entry = [&](std::size_t i) -> Entry& {
-    return i < vectors.size() ? entries_[vectors[i]] : storeEntries_[stores[i - vectors.size()]];
+  const auto versions = [&](std::size_t i) -> Versions& {
+    return i < vectors.size() ? vectors_[vectors[i]] : stores_[stores[i - vectors.size()]];
   };
   for (std::size_t i = 0; i < counted_; ++i) {
-    remove(entry(i));
+    remove(versions(i).now());
   }
-  for (std::size_t i = 0; i < old_.size(); ++i) {
-    entry(i) = old_[i];
-    add(old_[i]);
+  for (std::size_t i = 0; i < vectors.size() + stores.size(); ++i) {
+    versions(i).exchange();
+    add(versions(i).now());
   }
 }
 
@@ -238,20 +248,20 @@ int Cost::pathFrom(int level) {
   std::ranges::copy(ready_, trial_.begin());
   for (int i = firstOfLevel_[level]; i < byLevel_.size(); ++i) {
     const int v = byLevel_[i];
-    if (isChanged_[v] != 0 || waitsForChange(entries_[v])) {
-      trial_[v] = ready(entries_[v]);
+    if (isChanged_[v] != 0 || waitsForChange(vectors_[v].now())) {
+      trial_[v] = ready(vectors_[v].now());
       isChanged_[v] = trial_[v] != ready_[v] ? 1 : 0;
     }
   }
   int sum = 0;
   longest_ = 0;
-  for (const Entry& entry : storeEntries_) {
-    const int time = ready(entry);
+  for (const Versions& store : stores_) {
+    const int time = ready(store.now());
     longest_ = std::max(longest_, time);
     sum += time;
   }
   // The last store bounds a call whose result is awaited; the others weigh less.
-  return machine_.costs.cycle * (3 * longest_ + 2 * sum / storeEntries_.size()) / 5;
+  return machine_.costs.cycle * (3 * longest_ + 2 * sum / stores_.size()) / 5;
 }
 
 void Cost::keepPath() {

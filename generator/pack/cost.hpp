@@ -79,7 +79,8 @@ private:
 
   [[nodiscard]] Contents contents(int vector) const;
   void measure(int vector, Entry& entry) const;
-  void measureMoves(Entry& entry) const; // where values have changed their places
+  void measureMoves(Entry& entry) const;
+  void measureMoves(const Entry& before, Entry& entry) const; // the same contents, whose operands have moved
   [[nodiscard]] Entry storeEntry(const Pattern& pattern) const;
   void add(const Entry& entry);
   void remove(const Entry& entry);
@@ -91,9 +92,20 @@ private:
   const Program& program_;
   const Packing& packing_;
   const Machine& machine_;
-  Indexed<Entry> entries_;      // by vector
-  Indexed<Entry> storeEntries_; // by vector of the destination
-  Indexed<int> byLevel_;        // vectors, lowest level first
+  // What is counted now, and what was before the last change.
+  struct Versions {
+    std::array<Entry, 2> entries;
+    std::size_t current = 0;
+
+    [[nodiscard]] const Entry& now() const { return entries[current]; }
+    [[nodiscard]] Entry& now() { return entries[current]; }
+    [[nodiscard]] const Entry& before() const { return entries[1 - current]; }
+    void exchange() { current = 1 - current; }
+  };
+
+  Indexed<Versions> vectors_;
+  Indexed<Versions> stores_; // vectors of the destination
+  Indexed<int> byLevel_;     // vectors, lowest level first
   Indexed<int> firstOfLevel_;
   std::vector<Entry> old_;  // what the last change has replaced
   std::size_t counted_ = 0; // of the vectors and stores of that change
