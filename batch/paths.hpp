@@ -91,7 +91,7 @@ public:
       : batch_(batch), n_(batch.length), format_(batch.family->format), src_(side<const Unit>(batch.src)),
         dst_(side<Unit>(batch.dst)) {}
 
-  TFMGEN_INLINE std::int64_t run() const {
+  [[nodiscard]] TFMGEN_INLINE std::int64_t run() const {
     const bool areFrames = src_.path == Path::frames && dst_.path == Path::frames;
     const bool areRows = src_.path == Path::rows && dst_.path == Path::rows;
     if (bytes == kBlockBytes && isComplex(transform) && !areBlocks && areFrames && isSlowInNarrowFrames(n_)) {
@@ -118,7 +118,7 @@ private:
   using Unit = std::conditional_t<areBlocks, Tfm64fc, std::conditional_t<isComplex(transform), double, Real>>;
   using Lane = std::conditional_t<isComplex(transform), double, Real>;
   using V = Vector<Lane, bytes>;
-  static constexpr int kLanesOfUnit = sizeof(Unit) / sizeof(Lane);
+  static constexpr int kLanesOfUnit = areBlocks ? 2 : 1;
   static constexpr int kUnits = bytes / sizeof(Unit);                                   // of a register
   static constexpr int kFrames = (isComplex(transform) && !areBlocks ? 2 : 1) * kUnits; // of a group
   static constexpr int kStrip = kStripBytes / sizeof(Unit);
@@ -146,7 +146,7 @@ private:
     return {reinterpret_cast<Element*>(s.first), s.step, s.distance, s.length, path, collides};
   }
 
-  TFMGEN_INLINE FramesRoutine<Real>* routineInFrames() const {
+  [[nodiscard]] TFMGEN_INLINE FramesRoutine<Real>* routineInFrames() const {
     if constexpr (transform == Transform::realForward || transform == Transform::realInverse) {
       return format_ == Format::ccs    ? kInFrames<bytes, transform, Format::ccs, Real>.of[n_]
              : format_ == Format::pack ? kInFrames<bytes, transform, Format::pack, Real>.of[n_]
@@ -156,7 +156,7 @@ private:
     }
   }
 
-  [[gnu::noinline]] std::int64_t runInRegisters(FramesRoutine<Real>& routine) const {
+  [[nodiscard, gnu::noinline]] std::int64_t runInRegisters(FramesRoutine<Real>& routine) const {
     std::int64_t f = 0;
     for (; f + kFrames <= batch_.count; f += kFrames) {
       routine(samples(src_.first + f * src_.distance), src_.distance, samples(dst_.first + f * dst_.distance),
@@ -165,7 +165,7 @@ private:
     return f;
   }
 
-  [[gnu::noinline]] std::int64_t runInPieces() const {
+  [[nodiscard, gnu::noinline]] std::int64_t runInPieces() const {
     std::int64_t f = 0;
     if constexpr (areBlocks) {
       const Spread from{inBytes(src_.step), inBytes(src_.distance)};
@@ -191,7 +191,7 @@ private:
   }
 
   // Kernels on rows where they are.
-  [[gnu::noinline]] std::int64_t runInRows() const {
+  [[nodiscard, gnu::noinline]] std::int64_t runInRows() const {
     const RowsCall call = rowsCall(src_.step, dst_.step);
     const std::int64_t groups = batch_.count / kFrames;
     const Unit* x = src_.first;
@@ -207,7 +207,7 @@ private:
   // Groups from `first` on, as many at once as `most` frames, at most a row of the table. They go through the table
   // where rows are not used in place; both sides may share it, since kernels load everything before they store.
   template <int row>
-  [[gnu::noinline]] std::int64_t runInTables(std::int64_t first, int most) const {
+  [[nodiscard, gnu::noinline]] std::int64_t runInTables(std::int64_t first, int most) const {
     Table<row> table;
     const bool isDirectSource = isDirect<row>(src_);
     const bool isDirectDestination = isDirect<row>(dst_);
@@ -253,7 +253,7 @@ private:
   };
 
   // Steps in units.
-  TFMGEN_INLINE RowsCall rowsCall(std::ptrdiff_t srcStep, std::ptrdiff_t dstStep) const {
+  [[nodiscard]] TFMGEN_INLINE RowsCall rowsCall(std::ptrdiff_t srcStep, std::ptrdiff_t dstStep) const {
     const std::ptrdiff_t sx = inBytes(srcStep);
     const std::ptrdiff_t sy = inBytes(dstStep);
     const bool isCcs = format_ == Format::ccs;
@@ -341,13 +341,13 @@ private:
 
   // A group may do frames that are done already once more, where their source is still there. Frames in one piece may
   // also stand in several lanes.
-  TFMGEN_INLINE std::int64_t rest(std::int64_t done, bool areFrames) const {
+  [[nodiscard]] TFMGEN_INLINE std::int64_t rest(std::int64_t done, bool areFrames) const {
     const std::int64_t frames = batch_.count - done;
     const bool hasEarlier = !batch_.isInPlace && batch_.count >= kFrames;
     if (frames > kFrames / 2 && areFrames) {
       repeatLast(done, frames);
     } else if (frames > kFrames / 8 && hasEarlier && !areFrames) {
-      runInTables<kFrames>(batch_.count - kFrames, kFrames);
+      static_cast<void>(runInTables<kFrames>(batch_.count - kFrames, kFrames));
     } else {
       return 0;
     }

@@ -142,11 +142,9 @@ TFMGEN_INLINE inline void coverWithTiles(int first, int n, const Tile& tile) {
 template <int widest, class V, int unit, class Tile>
 TFMGEN_INLINE inline void coverFrame(int n, const Tile& tile) {
   constexpr int block = kLanes<Element<V>> / unit;
-  if constexpr (block <= 2) {
+  if (block <= 2 || n >= block) {
     coverWithTiles<widest, block>(0, n, tile);
-  } else if (n >= block) {
-    coverWithTiles<widest, block>(0, n, tile);
-  } else {
+  } else if constexpr (block > 2) {
     coverWithTiles<2, 2>(0, n, tile);
   }
 }

@@ -178,7 +178,7 @@ TFMGEN_INLINE inline void transposeBlocks(V (&rows)[count]) {
   constexpr int block = kLanes<Element<V>>;
   constexpr int blocks = count / distance;
   static_assert(blocks <= 4);
-  unroll<distance>([&](auto row) TFMGEN_INLINE {
+  unroll<distance>([&]([[maybe_unused]] auto row) TFMGEN_INLINE {
     if constexpr (blocks == 2) {
       exchangeRuns<block>(rows[row], rows[row + distance]);
     } else if constexpr (blocks == 4) {
