@@ -77,6 +77,8 @@ def main():
             left += bool(lines)
             if lines and lines != routine(default_code, default_code.exports[name]):
                 faults.append(f"{name}: of the baseline, but not as in the default library")
+    if left == 0:
+        faults.append("no routine is of the baseline")
     print(*faults[:50], f"{len(code.exports)} exports, {left} as in the default library, {len(faults)} faults", sep="\n")
     return 1 if faults else 0
 
