@@ -40,7 +40,7 @@ template <class Work>
 std::size_t stackGap(int round) {
   constexpr int kLineBytes = 64;
   constexpr int kLinesOfPage = 4096 / kLineBytes;
-  return static_cast<std::size_t>((1 + round * 27 % kLinesOfPage) * kLineBytes);
+  return (1 + static_cast<std::size_t>(round) * 27 % kLinesOfPage) * kLineBytes;
 }
 
 struct Mark {

@@ -25,7 +25,7 @@ template <class T>
 class Arena {
 public:
   Arena(int n, int count) : size_(static_cast<std::size_t>(2 * n + 2) * static_cast<std::size_t>(count)) {
-    std::mt19937 random(1);
+    std::mt19937 random(1); // NOLINT(cert-msc32-c, cert-msc51-cpp): the same samples in every run
     std::uniform_real_distribution<T> uniform(-1, 1);
     for (std::size_t i = 0; i < size_; ++i) {
       original_.push_back(uniform(random));

@@ -9,6 +9,7 @@ import os
 import re
 import subprocess
 import sys
+import tempfile
 from concurrent.futures import ThreadPoolExecutor
 from dataclasses import replace
 from pathlib import Path
@@ -58,12 +59,25 @@ class Library:
 
 
 def digest(arguments, library=None):
-    preload = {"LD_PRELOAD": str(library)} if library else {}
-    return run(arguments.digest, env={**os.environ, **preload})
+    if not library:
+        return run(arguments.digest)
+    with tempfile.TemporaryDirectory() as folder:  # the loader takes a space in LD_PRELOAD for the end of a name
+        link = Path(folder) / "libcompared.so"
+        link.symlink_to(library.absolute())
+        digested = subprocess.run([arguments.digest], env={**os.environ, "LD_PRELOAD": str(link)}, check=True,
+                                  capture_output=True, text=True)
+    if "cannot be preloaded" in digested.stderr:
+        sys.exit(digested.stderr)
+    return digested.stdout
 
 
 def exports(library):
     return set(re.findall(r" T (tfmg\w+)", run("nm", "-D", "--defined-only", library)))
+
+
+def single_calls(results):
+    """The routines of the library itself; kernels of batches are no exports."""
+    return {name for name in (line.split()[0] for line in results.splitlines()) if name.startswith("tfmg")}
 
 
 def report(what, expected, actual):
@@ -78,14 +92,13 @@ def sample(arguments, pool):
     other.sample()
     library = other.link(pool)()
     expected = digest(arguments)
-    names = [line.split()[0] for line in expected.splitlines()]
-    sampled = exports(library) & set(names)
+    names = single_calls(expected)
+    sampled = exports(library) & names
 
     def family(name):
         return re.sub(r"_\d+_", "_", name)
 
-    singles = {n for n in names if n.startswith("tfmg")}  # kernels of batches are no exports
-    missing = {family(n) for n in singles} - {family(n) for n in sampled}
+    missing = {family(n) for n in names} - {family(n) for n in sampled}
     if missing:
         sys.exit(f"no routine of {sorted(missing)} in the sample")
     print(f"{len(sampled)} of {len(names)} routines compiled with {arguments.compiler}")
@@ -94,7 +107,7 @@ def sample(arguments, pool):
 
 def matrix(arguments, pool):
     expected = digest(arguments)
-    names = {line.split()[0] for line in expected.splitlines()}
+    names = single_calls(expected)
     print(f"{len(names)} routines; compared with the build at hand:", flush=True)
     builds = {}
     for compiler in C_COMPILERS:
