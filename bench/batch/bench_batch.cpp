@@ -171,8 +171,10 @@ void runAll(const Options& options) {
           const CaseId id{familyOf(family), std::stoi(family.substr(2)),
                           layout == "contiguous" ? Arrangement::contiguous : Arrangement::interleaved, std::stoi(count),
                           std::stoi(n)};
-          const std::string key = family + ',' + layout + ',' + count + ',' + n;
-          id.bits == 32 ? run<float>(id, key, options, rounds, table) : run<double>(id, key, options, rounds, table);
+          std::ostringstream key;
+          key << family << ',' << layout << ',' << count << ',' << n;
+          id.bits == 32 ? run<float>(id, key.str(), options, rounds, table)
+                        : run<double>(id, key.str(), options, rounds, table);
         }
       }
     }

@@ -72,7 +72,7 @@ void addOurs(const CaseId& id, const Arena<T>& arena, std::vector<Contender>& co
                             const auto bytes = static_cast<std::ptrdiff_t>(family.elementBytes);
                             const auto* from = reinterpret_cast<const std::byte*>(src);
                             auto* to = reinterpret_cast<std::byte*>(dst);
-                            for (int f = 0; f < id.count; ++f) {
+                            for (std::ptrdiff_t f = 0; f < id.count; ++f) {
                               family.single(from + f * in * bytes, to + f * out * bytes, id.n, TFM_NO_DIV);
                             }
                           }});

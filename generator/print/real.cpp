@@ -63,8 +63,9 @@ std::string packedText(const std::string& kernel, int length, const RealEntry& e
        << specialised(kernel, sample, format, packedStatements(entry.packed->code));
   for (const lower::Format same : formatsOf(entry, length)) {
     if (same != entry.format) {
-      text << '\n'
-           << specialised(kernel, sample, spectrum(same, length), "  run<" + sample + ", " + format + ">(x, y, s);\n");
+      std::ostringstream call;
+      call << "  run<" << sample << ", " << format << ">(x, y, s);\n";
+      text << '\n' << specialised(kernel, sample, spectrum(same, length), call.str());
     }
   }
   return text.str();
