@@ -4,7 +4,6 @@
 //
 // --only=cfwd/f32/ takes the forward complex transforms of floats, --only=dht/ the Hartley transforms.
 
-#include "common/progress.hpp"
 #include "level_contest.hpp"
 #include "reference.hpp"
 #include "routines/routine.hpp"
@@ -12,6 +11,7 @@
 
 #include <iostream>
 #include <limits>
+#include <numeric>
 #include <sstream>
 #include <stdexcept>
 
@@ -85,30 +85,30 @@ private:
 };
 
 template <class T>
-void compareAll(Family family, const ContestOptions& options, const std::vector<LevelLibrary>& libraries,
-                std::vector<LevelCase>& cases) {
-  Progress progress(std::string(shortName(family)) + ' ' + std::string(kTypeName<T>), kLongest - kShortest + 1);
-  for (int n = kShortest; n <= kLongest; ++n) {
-    if (options.takes(std::string(shortName(family)), std::string(kTypeName<T>), n)) {
-      Transform<T> transform(family, n);
-      for (const LevelLibrary& library : libraries) {
-        transform.add(library);
-      }
-      transform.addPeers();
-      const auto found = transform.times(options.rounds);
-      cases.insert(cases.end(), found.begin(), found.end());
-    }
-    progress.reach(static_cast<std::size_t>(n - kShortest));
+std::vector<LevelCase> compare(Family family, int n, const Contests& contests) {
+  Transform<T> transform(family, n);
+  for (const LevelLibrary& library : contests.libraries()) {
+    transform.add(library);
   }
+  transform.addPeers();
+  return transform.times(contests.options().rounds);
+}
+
+template <class T>
+void holdAll(Family family, Contests& contests) {
+  std::vector<int> lengths(kLongest - kShortest + 1);
+  std::iota(lengths.begin(), lengths.end(), kShortest);
+  contests.hold(std::string(shortName(family)), std::string(kTypeName<T>), lengths,
+                [&](int n) { return compare<T>(family, n, contests); });
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-  return runContests(argc, argv, [](const auto& options, const auto& libraries, auto& cases) {
+  return runContests(argc, argv, [](Contests& contests) {
     for (const Family family : kFamilies) {
-      compareAll<float>(family, options, libraries, cases);
-      compareAll<double>(family, options, libraries, cases);
+      holdAll<float>(family, contests);
+      holdAll<double>(family, contests);
     }
   });
 }

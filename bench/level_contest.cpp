@@ -1,5 +1,6 @@
 #include "level_contest.hpp"
 
+#include "common/progress.hpp"
 #include "timing.hpp"
 
 #include <algorithm>
@@ -221,8 +222,8 @@ ContestOptions parseContest(int argc, char** argv) {
   return options;
 }
 
-void printContest(const std::vector<LevelCase>& cases, const std::vector<LevelLibrary>& libraries,
-                  const ContestOptions& options) {
+void printContest(const Contests& contests) {
+  const std::vector<LevelLibrary>& libraries = contests.libraries();
   const Marks marks = readMarks(BENCH_MARKS_FILE);
   std::map<std::string, Summary> summaries;
   const std::string& first = libraries.front().level();
@@ -233,7 +234,7 @@ void printContest(const std::vector<LevelCase>& cases, const std::vector<LevelLi
     std::printf(" %12s %7s %7s %9s", (library.level() + " ns").c_str(), "peer", "mark", "dependent");
   }
   std::puts("  peers ns");
-  for (const LevelCase& measured : cases) {
+  for (const LevelCase& measured : contests.cases()) {
     const std::string name = measured.routine + ' ' + measured.type + ' ' + std::to_string(measured.n);
     const double peer = fastestPeer(measured).second;
     std::printf("%-28s", name.c_str());
@@ -257,20 +258,34 @@ void printContest(const std::vector<LevelCase>& cases, const std::vector<LevelLi
   for (const auto& [what, summary] : summaries) {
     summary.print(what);
   }
-  if (!options.csv.empty()) {
-    writeCsv(options.csv, cases, libraries, marks);
+  if (!contests.options().csv.empty()) {
+    writeCsv(contests.options().csv, contests.cases(), libraries, marks);
   }
 }
 
 } // namespace
 
-int runContests(int argc, char** argv, const Compare& compare) {
+Contests::Contests(ContestOptions options, std::vector<LevelLibrary> libraries)
+    : options_(std::move(options)), libraries_(std::move(libraries)) {}
+
+void Contests::hold(const std::string& family, const std::string& type, const std::vector<int>& lengths,
+                    const std::function<std::vector<LevelCase>(int)>& compare) {
+  Progress progress(family + ' ' + type, lengths.size());
+  for (std::size_t i = 0; i < lengths.size(); ++i) {
+    progress.reach(i);
+    if (options_.takes(family, type, lengths[i])) {
+      const std::vector<LevelCase> found = compare(lengths[i]);
+      cases_.insert(cases_.end(), found.begin(), found.end());
+    }
+  }
+}
+
+int runContests(int argc, char** argv, const std::function<void(Contests&)>& hold) {
   const ContestOptions options = parseContest(argc, argv);
   try {
-    const std::vector<LevelLibrary> libraries = levelLibraries(options.levels);
-    std::vector<LevelCase> cases;
-    compare(options, libraries, cases);
-    printContest(cases, libraries, options);
+    Contests contests(options, levelLibraries(options.levels));
+    hold(contests);
+    printContest(contests);
     return 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());

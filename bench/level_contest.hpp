@@ -87,15 +87,31 @@ struct ContestOptions {
   [[nodiscard]] bool takes(const std::string& family, const std::string& type, int n) const;
 };
 
-// What compares all cases of a program and adds what it found.
-using Compare =
-    std::function<void(const ContestOptions&, const std::vector<LevelLibrary>&, std::vector<LevelCase>& found)>;
+// The contests of a program and what they have found.
+class Contests {
+public:
+  Contests(ContestOptions options, std::vector<LevelLibrary> libraries);
 
-// A program of such contests: reads its arguments, runs `compare` and prints one line for each case: time, ratio to the
+  // compare(n) holds the contest of one length or order, for those that the options ask for. A terminal sees how far it
+  // has come.
+  void hold(const std::string& family, const std::string& type, const std::vector<int>& lengths,
+            const std::function<std::vector<LevelCase>(int)>& compare);
+
+  [[nodiscard]] const ContestOptions& options() const { return options_; }
+  [[nodiscard]] const std::vector<LevelLibrary>& libraries() const { return libraries_; }
+  [[nodiscard]] const std::vector<LevelCase>& cases() const { return cases_; }
+
+private:
+  ContestOptions options_;
+  std::vector<LevelLibrary> libraries_;
+  std::vector<LevelCase> cases_;
+};
+
+// A program of such contests: reads its arguments, has them held and prints one line for each case: time, ratio to the
 // fastest peer of the run, ratio to the mark and time of dependent calls, for each level; then geometric means and
 // worst cases. The mark of a level is the best time known with its registers, core cycles of another machine, carried
 // over by the peer that the same line of the table names. Writes the same figures to the file that the options name.
 // Returns what main returns.
-int runContests(int argc, char** argv, const Compare& compare);
+int runContests(int argc, char** argv, const std::function<void(Contests&)>& hold);
 
 } // namespace bench

@@ -74,7 +74,7 @@ void addAvTx(int n, const Samples<T>& src, const Samples<T>& dst, std::vector<Co
 }
 
 template <class T>
-std::vector<LevelCase> compare(int n, const ContestOptions& options, const std::vector<LevelLibrary>& libraries) {
+std::vector<LevelCase> compare(int n, const Contests& contests) {
   using Call = TfmStatus(const T*, T*, TfmgDCT4Plan*);
   const std::string routine = "tfmgDCT4";
   const Samples<T> src(n);
@@ -85,7 +85,7 @@ std::vector<LevelCase> compare(int n, const ContestOptions& options, const std::
   }
   const std::shared_ptr<TfmgDCT4Plan> owner(plan, Api<T>::freePlan);
   std::vector<Contestant> contestants;
-  for (const LevelLibrary& library : libraries) {
+  for (const LevelLibrary& library : contests.libraries()) {
     for (Call* const call : library.find<Call>(routine + Api<T>::suffix)) {
       const auto transform = [call, plan](const T* from, T* to) { call(from, to, plan); };
       addOurs(routine, library.level(), transform, src.get(), dst.get(), static_cast<std::size_t>(n), contestants);
@@ -93,25 +93,27 @@ std::vector<LevelCase> compare(int n, const ContestOptions& options, const std::
   }
   addFftw(n, src, dst, contestants);
   addAvTx(n, src, dst, contestants);
-  return contest("dct4", Api<T>::type, n, contestants, options.rounds);
+  return contest("dct4", Api<T>::type, n, contestants, contests.options().rounds);
+}
+
+std::vector<int> lengths() {
+  std::vector<int> powersOfTwo;
+  for (int n = kShortest; n <= kLongest; n *= 2) {
+    powersOfTwo.push_back(n);
+  }
+  return powersOfTwo;
 }
 
 template <class T>
-void compareAll(const ContestOptions& options, const std::vector<LevelLibrary>& libraries,
-                std::vector<LevelCase>& cases) {
-  for (int n = kShortest; n <= kLongest; n *= 2) {
-    if (options.takes("dct4", Api<T>::type, n)) {
-      const auto found = compare<T>(n, options, libraries);
-      cases.insert(cases.end(), found.begin(), found.end());
-    }
-  }
+void holdAll(Contests& contests) {
+  contests.hold("dct4", Api<T>::type, lengths(), [&](int n) { return compare<T>(n, contests); });
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-  return runContests(argc, argv, [](const auto& options, const auto& libraries, auto& cases) {
-    compareAll<float>(options, libraries, cases);
-    compareAll<double>(options, libraries, cases);
+  return runContests(argc, argv, [](Contests& contests) {
+    holdAll<float>(contests);
+    holdAll<double>(contests);
   });
 }

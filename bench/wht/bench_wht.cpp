@@ -10,6 +10,7 @@
 
 #include <array>
 #include <memory>
+#include <numeric>
 
 namespace {
 
@@ -62,14 +63,14 @@ void addFftw(int order, const Samples<Real>& src, const Samples<Real>& dst, std:
 }
 
 template <class Real>
-std::vector<LevelCase> compare(int order, const ContestOptions& options, const std::vector<LevelLibrary>& libraries) {
+std::vector<LevelCase> compare(int order, const Contests& contests) {
   using Call = TfmStatus(const Real*, Real*, std::int32_t, std::uint8_t*);
   const std::string routine = "tfmgWHT";
   const Samples<Real> src(1 << order);
   const Samples<Real> dst(1 << order);
   const Samples<Real> buffer(2 << order); // more than any order asks for
   std::vector<Contestant> contestants;
-  for (const LevelLibrary& library : libraries) {
+  for (const LevelLibrary& library : contests.libraries()) {
     for (Call* const call : library.find<Call>(routine + "_" + std::to_string(order) + Api<Real>::suffix)) {
       const auto transform = [call, work = reinterpret_cast<std::uint8_t*>(buffer.get())](const Real* from, Real* to) {
         call(from, to, TFM_NO_DIV, work);
@@ -78,25 +79,21 @@ std::vector<LevelCase> compare(int order, const ContestOptions& options, const s
     }
   }
   addFftw(order, src, dst, contestants);
-  return contest("wht", Api<Real>::type, order, contestants, options.rounds);
+  return contest("wht", Api<Real>::type, order, contestants, contests.options().rounds);
 }
 
 template <class Real>
-void compareAll(const ContestOptions& options, const std::vector<LevelLibrary>& libraries,
-                std::vector<LevelCase>& cases) {
-  for (int order = 1; order <= kOrders; ++order) {
-    if (options.takes("wht", Api<Real>::type, order)) {
-      const auto found = compare<Real>(order, options, libraries);
-      cases.insert(cases.end(), found.begin(), found.end());
-    }
-  }
+void holdAll(Contests& contests) {
+  std::vector<int> orders(kOrders);
+  std::iota(orders.begin(), orders.end(), 1);
+  contests.hold("wht", Api<Real>::type, orders, [&](int order) { return compare<Real>(order, contests); });
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-  return runContests(argc, argv, [](const auto& options, const auto& libraries, auto& cases) {
-    compareAll<float>(options, libraries, cases);
-    compareAll<double>(options, libraries, cases);
+  return runContests(argc, argv, [](Contests& contests) {
+    holdAll<float>(contests);
+    holdAll<double>(contests);
   });
 }
