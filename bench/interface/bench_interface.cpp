@@ -14,6 +14,7 @@
 #include <array>
 #include <complex>
 #include <cstdio>
+#include <exception>
 #include <limits>
 #include <map>
 #include <numeric>
@@ -280,17 +281,13 @@ private:
   std::map<std::string, double> times_;
 };
 
-} // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
   // What the command line says comes later and counts.
   std::vector<std::string> options{"", "--benchmark_enable_random_interleaving=true", "--benchmark_repetitions=25",
                                    "--benchmark_min_time=0.002"};
   options.insert(options.end(), argv + 1, argv + argc);
-  std::vector<char*> arguments;
-  for (std::string& option : options) {
-    arguments.push_back(option.data());
-  }
+  std::vector<char*> arguments(options.size());
+  std::ranges::transform(options, arguments.begin(), [](std::string& option) { return option.data(); });
   int count = static_cast<int>(arguments.size());
   benchmark::Initialize(&count, arguments.data());
   compareDft();
@@ -303,4 +300,15 @@ int main(int argc, char** argv) {
   LeastTimes times;
   benchmark::RunSpecifiedBenchmarks(&times);
   return times.print() <= kBar ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run(argc, argv);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 1;
+  }
 }
