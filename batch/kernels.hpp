@@ -59,12 +59,12 @@ TFMGEN_INLINE inline Row<bytes, Real> operator+(const Rows<bytes, Real>& rows, i
 
 template <int bytes, class Real>
 TFMGEN_INLINE inline auto loadElement(Row<bytes, const Real> row) {
-  return Samples<Real, bytes>(loadUnaligned<Vector<Real, bytes>>(row.at));
+  return loadUnaligned<Vector<Real, bytes>>(row.at);
 }
 
 template <int bytes, class Real>
-TFMGEN_INLINE inline void storeElement(Row<bytes, Real> row, Samples<Real, bytes> x) {
-  storeUnaligned(row.at, x.v);
+TFMGEN_INLINE inline void storeElement(Row<bytes, Real> row, Vector<Real, bytes> v) {
+  storeUnaligned(row.at, v);
 }
 
 // A half spectrum of n samples in rows, in a format that is known when the routine is called. The constant zeros are
@@ -116,13 +116,13 @@ TFMGEN_INLINE inline auto loadElement(PartOfRow<bytes, const float> from) {
   using V = Vector<float, bytes>;
   const auto first = loadUnaligned<V>(from.row);
   const auto second = loadUnaligned<V>(from.row + kLanesOf<V>);
-  return Samples<float, bytes>(from.part == 0 ? everyOther<0>(first, second) : everyOther<1>(first, second));
+  return from.part == 0 ? everyOther<0>(first, second) : everyOther<1>(first, second);
 }
 
 template <int bytes>
-TFMGEN_INLINE inline void storeParts(PartOfRow<bytes, float> to, Samples<float, bytes> re, Samples<float, bytes> im) {
-  storeUnaligned(to.row, unpackLow(re.v, im.v));
-  storeUnaligned(to.row + kLanesOf<Vector<float, bytes>>, unpackHigh(re.v, im.v));
+TFMGEN_INLINE inline void storeParts(PartOfRow<bytes, float> to, Vector<float, bytes> re, Vector<float, bytes> im) {
+  storeUnaligned(to.row, unpackLow(re, im));
+  storeUnaligned(to.row + kLanesOf<Vector<float, bytes>>, unpackHigh(re, im));
 }
 
 // ---- Elements in registers
@@ -146,12 +146,12 @@ TFMGEN_INLINE inline RegisterOf<Real, bytes, count> operator+(const RegisterOf<R
 
 template <class Real, int bytes, int count>
 TFMGEN_INLINE inline auto loadElement(RegisterOf<Real, bytes, count> from) {
-  return Samples<Real, bytes>(from.of.v[from.element]);
+  return from.of.v[from.element];
 }
 
 template <class Real, int bytes, int count>
-TFMGEN_INLINE inline void storeElement(RegisterOf<Real, bytes, count> to, Samples<Real, bytes> x) {
-  to.of.v[to.element] = x.v;
+TFMGEN_INLINE inline void storeElement(RegisterOf<Real, bytes, count> to, Vector<Real, bytes> v) {
+  to.of.v[to.element] = v;
 }
 
 // The elements of a half spectrum, whose zeros stand there from the beginning.
@@ -186,13 +186,13 @@ template <int bytes, int n>
 TFMGEN_INLINE inline auto loadElement(PartOfRegisters<bytes, n> from) {
   const auto first = bitCast<Vector<float, bytes>>(from.of.v[0][from.number / 2]);
   const auto second = bitCast<Vector<float, bytes>>(from.of.v[1][from.number / 2]);
-  return Samples<float, bytes>(from.number % 2 == 0 ? everyOther<0>(first, second) : everyOther<1>(first, second));
+  return from.number % 2 == 0 ? everyOther<0>(first, second) : everyOther<1>(first, second);
 }
 
 template <int bytes, int n>
-TFMGEN_INLINE inline void storeParts(PartOfRegisters<bytes, n> to, Samples<float, bytes> re, Samples<float, bytes> im) {
-  to.of.v[0][to.number / 2] = bitCast<Vector<double, bytes>>(unpackLow(re.v, im.v));
-  to.of.v[1][to.number / 2] = bitCast<Vector<double, bytes>>(unpackHigh(re.v, im.v));
+TFMGEN_INLINE inline void storeParts(PartOfRegisters<bytes, n> to, Vector<float, bytes> re, Vector<float, bytes> im) {
+  to.of.v[0][to.number / 2] = bitCast<Vector<double, bytes>>(unpackLow(re, im));
+  to.of.v[1][to.number / 2] = bitCast<Vector<double, bytes>>(unpackHigh(re, im));
 }
 
 // ---- Elements of two doubles, of as many frames as a register has blocks of 16 bytes. Kernels count them in doubles.
@@ -232,12 +232,12 @@ TFMGEN_INLINE inline SpreadRow<bytes, Real> operator+(const SpreadRows<bytes, Re
 
 template <int bytes>
 TFMGEN_INLINE inline auto loadElement(SpreadRow<bytes, const Tfm64f> row) {
-  return Samples<Tfm64f, bytes>(loadPieces<Vector<Tfm64f, bytes>, 2, 1>(row, 0, 0));
+  return loadPieces<Vector<Tfm64f, bytes>, 2, 1>(row, 0, 0);
 }
 
 template <int bytes>
-TFMGEN_INLINE inline void storeElement(SpreadRow<bytes, Tfm64f> row, Samples<Tfm64f, bytes> x) {
-  storePieces<2, 1>(row, 0, 0, x.v);
+TFMGEN_INLINE inline void storeElement(SpreadRow<bytes, Tfm64f> row, Vector<Tfm64f, bytes> v) {
+  storePieces<2, 1>(row, 0, 0, v);
 }
 
 template <int bytes, int count>
@@ -255,12 +255,12 @@ template <int bytes>
 struct BlockAccess {
   template <class Place>
   TFMGEN_INLINE static Vector<Tfm64f, bytes> load(Place from) {
-    return loadElement(from).v;
+    return loadElement(from);
   }
 
   template <class Place>
   TFMGEN_INLINE static void store(Place to, Vector<Tfm64f, bytes> v) {
-    storeElement(to, Samples<Tfm64f, bytes>(v));
+    storeElement(to, v);
   }
 };
 // The lanes of a block in every block.
@@ -269,37 +269,55 @@ TFMGEN_INLINE inline V repeated(double re, double im) {
   return withIndices<kLanesOf<V>>([&](auto... i) TFMGEN_INLINE { return V{(i % 2 == 0 ? re : im)...}; });
 }
 
+// ---- Samples whose products are double
+
+template <class Place, int bytes>
+TFMGEN_INLINE inline void storeElement(Place to, Samples<bytes> x) {
+  storeElement(to, x.v);
+}
+
+template <class Place, int bytes>
+TFMGEN_INLINE inline void storeParts(Place to, Samples<bytes> re, Samples<bytes> im) {
+  storeParts(to, re.v, im.v);
+}
+
+// What a kernel computes with.
+template <class Kernel, class Real, int bytes>
+using Computed =
+    std::conditional_t<(sizeof(typename Kernel::Constant) > sizeof(Real)), Samples<bytes>, Vector<Real, bytes>>;
+
 // ---- Routines
 
 template <int bytes, Transform transform, class Real, int n>
 void InRows<bytes, transform, Real, n>::run(const Real* x, std::ptrdiff_t sx, Real* y, std::ptrdiff_t sy,
                                             RowOffsets offsets, Real scale) {
-  using T = Samples<Real, bytes>;
-  const T s(broadcast<Vector<Real, bytes>>(scale));
+  const auto s = broadcast<Vector<Real, bytes>>(scale);
   if constexpr (isInBlocks<transform, Real>) {
     BlockKernel<bytes, n>::template run<Vector<Real, bytes>, BlockAccess<bytes>>(
-        BlockRows<bytes, const Real>{x, x, sx}, BlockRows<bytes, Real>{y, row(y, offsets.others, 1), sy}, s.v);
+        BlockRows<bytes, const Real>{x, x, sx}, BlockRows<bytes, Real>{y, row(y, offsets.others, 1), sy}, s);
   } else if constexpr (isComplex(transform)) {
-    Kernel<bytes, transform, Real, n>::template run<T, void>(ComplexRows<bytes, const Real>{x, sx},
-                                                             ComplexRows<bytes, Real>{y, sy}, s);
+    using K = Kernel<bytes, transform, Real, n>;
+    using T = Computed<K, Real, bytes>;
+    K::template run<T, void>(ComplexRows<bytes, const Real>{x, sx}, ComplexRows<bytes, Real>{y, sy}, s);
   } else {
-    Kernel<bytes, transform, Real, n>::template run<T, SpectrumInRows<n>>(Rows<bytes, const Real>{x, sx, offsets},
-                                                                          Rows<bytes, Real>{y, sy, offsets}, s);
+    using K = Kernel<bytes, transform, Real, n>;
+    using T = Computed<K, Real, bytes>;
+    K::template run<T, SpectrumInRows<n>>(Rows<bytes, const Real>{x, sx, offsets}, Rows<bytes, Real>{y, sy, offsets},
+                                          s);
   }
 }
 
 template <int bytes, Transform transform, Format format, class Real, int n>
 void InFrames<bytes, transform, format, Real, n>::run(const Real* x, std::ptrdiff_t dx, Real* y, std::ptrdiff_t dy,
                                                       Real scale) {
-  using T = Samples<Real, bytes>;
-  const T s(broadcast<Vector<Real, bytes>>(scale));
+  const auto s = broadcast<Vector<Real, bytes>>(scale);
   if constexpr (isInBlocks<transform, Real>) {
     using V = Vector<Real, bytes>;
     Registers<Real, bytes, n> in;
     Registers<Real, bytes, n> out;
     loadFrames<V, 2>(EvenFrames<const Real>{x, 2 * dx}, n, [&](int e, V v) TFMGEN_INLINE { in.v[e] = v; });
     BlockKernel<bytes, n>::template run<V, BlockAccess<bytes>>(BlockRegisters<bytes, n>{in},
-                                                               BlockRegisters<bytes, n>{out}, s.v);
+                                                               BlockRegisters<bytes, n>{out}, s);
     storeFrames<V, 2>(EvenFrames<Real>{y, 2 * dy}, n, [&](int e) TFMGEN_INLINE {
       return out.v[transform == Transform::complexInverse ? (n - e) % n : e];
     });
@@ -314,8 +332,9 @@ void InFrames<bytes, transform, format, Real, n>::run(const Real* x, std::ptrdif
       loadFrames<V, 1>(EvenFrames<const double>{from + half * frames * dx, dx}, n,
                        [&](int element, V v) TFMGEN_INLINE { in.v[half][element] = v; });
     });
-    Kernel<bytes, transform, Real, n>::template run<T, void>(PartOfRegisters<bytes, n>{in, 0},
-                                                             PartOfRegisters<bytes, n>{out, 0}, s);
+    using K = Kernel<bytes, transform, Real, n>;
+    using T = Computed<K, Real, bytes>;
+    K::template run<T, void>(PartOfRegisters<bytes, n>{in, 0}, PartOfRegisters<bytes, n>{out, 0}, s);
     unroll<2>([&](auto half) TFMGEN_INLINE {
       storeFrames<V, 1>(EvenFrames<double>{to + half * frames * dy, dy}, n,
                         [&](int element) TFMGEN_INLINE { return out.v[half][element]; });
@@ -327,8 +346,10 @@ void InFrames<bytes, transform, format, Real, n>::run(const Real* x, std::ptrdif
     Registers<Real, bytes, inputs> in;
     Registers<Real, bytes, outputs> out{};
     loadFrames<V, 1>(EvenFrames<const Real>{x, dx}, inputs, [&](int element, V v) TFMGEN_INLINE { in.v[element] = v; });
-    Kernel<bytes, transform, Real, n>::template run<T, SpectrumInRegisters<LayoutOf<format, n>>>(
-        RegisterOf<Real, bytes, inputs>{in, 0}, RegisterOf<Real, bytes, outputs>{out, 0}, s);
+    using K = Kernel<bytes, transform, Real, n>;
+    using T = Computed<K, Real, bytes>;
+    K::template run<T, SpectrumInRegisters<LayoutOf<format, n>>>(RegisterOf<Real, bytes, inputs>{in, 0},
+                                                                 RegisterOf<Real, bytes, outputs>{out, 0}, s);
     storeFrames<V, 1>(EvenFrames<Real>{y, dy}, outputs, [&](int element) TFMGEN_INLINE { return out.v[element]; });
   }
 }

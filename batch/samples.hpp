@@ -1,108 +1,72 @@
-// One sample of each frame of a group, a frame a lane, with the arithmetic of scalar kernels: T(expression) in the text
-// of a kernel means for every lane what it means for a scalar.
+// Samples of 32 bits whose products by constants are double, a frame a lane: T(expression) in the text of a kernel
+// means for every lane what it means for a scalar. All other samples are plain vectors, whose operators are those of
+// the language.
 #pragma once
 
 #include "kernel/vector.hpp"
 
 namespace tfmgen::batch {
 
-template <class RealType, int bytes>
-struct Samples {
-  using Real = RealType;
-  Vector<Real, bytes> v;
+template <int bytes>
+struct Samples;
 
-  Samples() = default;
-  TFMGEN_INLINE explicit Samples(Vector<Real, bytes> lanes) : v(lanes) {}
-  TFMGEN_INLINE explicit Samples(int x) : v(broadcast<Vector<Real, bytes>>(static_cast<Real>(x))) {}
-};
-
-// What an expression of 32-bit samples is behind its first product by a constant: doubles, until the end of the
-// assignment rounds them once.
+// What an expression is behind its first product by a constant: doubles, until the end of the assignment rounds them
+// once.
 template <int bytes>
 struct Widened {
-  Vector<double, bytes> low; // of the lower half of the lanes
-  Vector<double, bytes> high;
+  using V = Vector<double, bytes>;
+  V low; // of the lower half of the lanes
+  V high;
+
+  TFMGEN_INLINE Widened(V lower, V upper) : low(lower), high(upper) {}
+  TFMGEN_INLINE Widened(Samples<bytes> x) : Widened(x, std::make_integer_sequence<int, kLanesOf<V>>{}) {}
+
+  TFMGEN_INLINE friend Widened operator+(const Widened& a, const Widened& b) {
+    return {a.low + b.low, a.high + b.high};
+  }
+  TFMGEN_INLINE friend Widened operator-(const Widened& a, const Widened& b) {
+    return {a.low - b.low, a.high - b.high};
+  }
+  TFMGEN_INLINE friend Widened operator*(const Widened& a, const Widened& b) {
+    return {a.low * b.low, a.high * b.high};
+  }
+  TFMGEN_INLINE friend Widened operator*(double constant, const Widened& x) {
+    return {constant * x.low, constant * x.high};
+  }
+  TFMGEN_INLINE friend Widened operator-(int zero, const Widened& x) { return {zero - x.low, zero - x.high}; }
+
+private:
+  template <int... lane>
+  TFMGEN_INLINE Widened(Samples<bytes> x, std::integer_sequence<int, lane...> /*half*/)
+      : low(__builtin_convertvector(__builtin_shufflevector(x.v, x.v, lane...), V)),
+        high(__builtin_convertvector(__builtin_shufflevector(x.v, x.v, (kLanesOf<V> + lane)...), V)) {}
 };
 
 template <int bytes>
-struct Samples<float, bytes> {
-  using Real = float;
-  Vector<float, bytes> v;
+struct Samples {
+  using V = Vector<float, bytes>;
+  V v;
 
-  Samples() = default;
-  TFMGEN_INLINE explicit Samples(Vector<float, bytes> lanes) : v(lanes) {}
-  TFMGEN_INLINE explicit Samples(int x) : v(broadcast<Vector<float, bytes>>(static_cast<float>(x))) {}
-  TFMGEN_INLINE explicit Samples(const Widened<bytes>& x) : v(join(convert<float>(x.low), convert<float>(x.high))) {}
+  TFMGEN_INLINE Samples(V lanes) : v(lanes) {}
+  TFMGEN_INLINE explicit Samples(const Widened<bytes>& x)
+      : Samples(x, std::make_integer_sequence<int, kLanesOf<V>>{}) {}
+
+  TFMGEN_INLINE friend Samples operator+(Samples a, Samples b) { return a.v + b.v; }
+  TFMGEN_INLINE friend Samples operator-(Samples a, Samples b) { return a.v - b.v; }
+  TFMGEN_INLINE friend Samples operator*(Samples a, Samples b) { return a.v * b.v; }
+  TFMGEN_INLINE friend Samples operator-(Samples a) { return -a.v; }
+  TFMGEN_INLINE friend Widened<bytes> operator*(double constant, Samples x) { return constant * Widened<bytes>(x); }
+  // Whole numbers are exact in either type.
+  TFMGEN_INLINE friend Samples operator*(int number, Samples x) { return static_cast<float>(number) * x.v; }
+  TFMGEN_INLINE friend Samples operator-(int number, Samples x) { return static_cast<float>(number) - x.v; }
+
+private:
+  template <int... lane>
+  TFMGEN_INLINE Samples(const Widened<bytes>& x, std::integer_sequence<int, lane...> /*all*/)
+      : v(__builtin_shufflevector(__builtin_convertvector(x.low, Half), __builtin_convertvector(x.high, Half),
+                                  lane...)) {}
+
+  using Half = Vector<float, bytes / 2>;
 };
-
-template <class Real, int bytes>
-TFMGEN_INLINE inline Samples<Real, bytes> operator+(Samples<Real, bytes> a, Samples<Real, bytes> b) {
-  return Samples<Real, bytes>(a.v + b.v);
-}
-template <class Real, int bytes>
-TFMGEN_INLINE inline Samples<Real, bytes> operator-(Samples<Real, bytes> a, Samples<Real, bytes> b) {
-  return Samples<Real, bytes>(a.v - b.v);
-}
-template <class Real, int bytes>
-TFMGEN_INLINE inline Samples<Real, bytes> operator*(Samples<Real, bytes> a, Samples<Real, bytes> b) {
-  return Samples<Real, bytes>(a.v * b.v);
-}
-template <class Real, int bytes>
-TFMGEN_INLINE inline Samples<Real, bytes> operator-(Samples<Real, bytes> a) {
-  return Samples<Real, bytes>(-a.v);
-}
-
-// A constant of the sample type.
-template <class Real, int bytes>
-TFMGEN_INLINE inline Samples<Real, bytes> operator*(Real constant, Samples<Real, bytes> x) {
-  return Samples<Real, bytes>(broadcast<Vector<Real, bytes>>(constant) * x.v);
-}
-
-// ---- Expressions in double
-
-template <int bytes>
-TFMGEN_INLINE inline Widened<bytes> widened(Samples<float, bytes> x) {
-  return {convert<double>(lowHalf(x.v)), convert<double>(highHalf(x.v))};
-}
-template <int bytes>
-TFMGEN_INLINE inline Widened<bytes> widened(Widened<bytes> x) {
-  return x;
-}
-
-template <class T>
-inline constexpr bool isWidened = false;
-template <int bytes>
-inline constexpr bool isWidened<Widened<bytes>> = true;
-
-template <class A, class B>
-concept EitherIsWidened = isWidened<A> || isWidened<B>;
-
-template <class A, class B>
-requires EitherIsWidened<A, B> TFMGEN_INLINE inline auto operator+(A a, B b) {
-  const auto x = widened(a);
-  const auto y = widened(b);
-  return decltype(widened(a)){x.low + y.low, x.high + y.high};
-}
-template <class A, class B>
-requires EitherIsWidened<A, B> TFMGEN_INLINE inline auto operator-(A a, B b) {
-  const auto x = widened(a);
-  const auto y = widened(b);
-  return decltype(widened(a)){x.low - y.low, x.high - y.high};
-}
-template <class A, class B>
-requires EitherIsWidened<A, B> TFMGEN_INLINE inline auto operator*(A a, B b) {
-  const auto x = widened(a);
-  const auto y = widened(b);
-  return decltype(widened(a)){x.low * y.low, x.high * y.high};
-}
-template <int bytes>
-TFMGEN_INLINE inline Widened<bytes> operator*(double constant, Widened<bytes> x) {
-  const auto c = broadcast<Vector<double, bytes>>(constant);
-  return {c * x.low, c * x.high};
-}
-template <int bytes>
-TFMGEN_INLINE inline Widened<bytes> operator*(double constant, Samples<float, bytes> x) {
-  return constant * widened(x);
-}
 
 } // namespace tfmgen::batch

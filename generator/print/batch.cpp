@@ -41,8 +41,9 @@ std::string comment(int length, const std::string& plan, const graph::Counts& c)
   return text.str();
 }
 
-std::string kernelText(const std::string& head, const std::string& statements) {
-  return head + " {\n  template <class T, class Spectrum, class Source, class Destination>\n" +
+std::string kernelText(const std::string& head, const char* constant, const std::string& statements) {
+  return head + " {\n  using Constant = " + constant +
+         ";\n  template <class T, class Spectrum, class Source, class Destination>\n" +
          "  TFMGEN_INLINE static void run(const Source& x, const Destination& y, T s) {\n" + statements + "  }\n};\n";
 }
 
@@ -68,7 +69,7 @@ Piece batchPiece(const BatchComplex32& k, int registers) {
   form.registers = registers - 2;
   return {inNamespace(comment(k.length, k.plan, c) +
                       kernelText("template <>\nstruct Kernel" + arguments(name.transform, "Tfm32f", k.length),
-                                 scalarStatements(k.kernel, form)) +
+                                 k.isDouble ? "double" : "float", scalarStatements(k.kernel, form)) +
                       routines(name, "Tfm32f", k.length)),
           c.multiplications + c.additions};
 }
@@ -96,7 +97,7 @@ Piece batchRealPiece(const lower::RealKernel& kernel, lower::Transform transform
   name.form.registers = registers - 2;
   return {inNamespace(comment(length, plan, c) +
                       kernelText("template <class Real>\nstruct Kernel" + arguments(name.transform, "Real", length),
-                                 scalarStatements(kernel, name.form)) +
+                                 "double", scalarStatements(kernel, name.form)) +
                       routines(name, "Tfm32f", length) + routines(name, "Tfm64f", length)),
           2 * (c.multiplications + c.additions)};
 }

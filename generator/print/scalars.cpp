@@ -68,13 +68,13 @@ private:
   [[nodiscard]] std::string assigned(int result) const {
     const Ref value = kernel_.body.results[static_cast<std::size_t>(result)];
     const std::string scaled = expression(graph_.node(value));
-    return "T(" + (value.isNegative() ? "T(0) - " + scaled : scaled) + ")";
+    return "T(" + (value.isNegative() ? "0 - " + scaled : scaled) + ")";
   }
 
   // A name, or the expression of a part. Only a sum needs brackets, and not where evaluation begins with it anyway.
   [[nodiscard]] std::string operand(Ref r, bool isFirst) const {
     if (r.isZero()) {
-      return "T(0)";
+      return "0";
     }
     const auto found = names_.find(r.node());
     if (found != names_.end()) {
@@ -98,7 +98,7 @@ private:
   // A doubling and a negation are exact in the sample type.
   [[nodiscard]] std::string factor(const Node& n) const {
     const number::Quad value = graph_.constant(n)[0];
-    return value == -1 ? "-" : (value == 2 ? "T(2)" : literal(value, form_.constants)) + " * ";
+    return value == -1 ? "-" : (value == 2 ? "2" : literal(value, form_.constants)) + " * ";
   }
 
   const lower::RealKernel& kernel_;
