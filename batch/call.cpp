@@ -58,24 +58,29 @@ bool selectScale(Transform transform, std::int32_t length, std::int32_t flag, do
 
 // ---- Widths
 
-// Frames of a group: one a lane, of complex doubles one in every 16 bytes.
-int groupFrames(const Family& family, int bytes) {
-  const std::size_t lane =
-      isComplex(family.transform) && family.elementBytes == sizeof(Tfm32fc) ? sizeof(Tfm32f) : family.elementBytes;
-  return bytes / static_cast<int>(lane);
+// Frames in 16 bytes of a register: one a lane, of complex doubles one in all.
+int blockFrames(const Family& family) {
+  const bool isSingle = family.elementBytes == (isComplex(family.transform) ? sizeof(Tfm32fc) : sizeof(Tfm32f));
+  return isSingle ? 4 : isComplex(family.transform) ? 1 : 2;
 }
 
-// Half a group or less is not worth a call, nor the question whether the processor could.
+// Whether nothing is left behind. Half a group or less is not worth a call, nor the question whether the processor
+// could.
 template <int bytes>
-void transformAsWide(Batch& batch, int widestWanted) {
-  if (bytes > widestWanted || 2 * batch.count <= groupFrames(*batch.family, bytes) || !processorHas(bytes)) {
-    return;
+bool transformAsWide(Batch& batch, int widestWanted) {
+  constexpr int blocks = bytes / 16;
+  if (bytes > widestWanted || 2 * batch.count <= blocks * blockFrames(*batch.family) || !processorHas(bytes)) {
+    return false;
   }
   const std::int64_t done = transformGroups<bytes>(batch);
+  if (done == batch.count) {
+    return true;
+  }
   const auto elementBytes = static_cast<std::ptrdiff_t>(batch.family->elementBytes);
   batch.src.first += done * batch.src.distance * elementBytes;
   batch.dst.first += done * batch.dst.distance * elementBytes;
   batch.count -= done;
+  return false;
 }
 
 } // namespace
@@ -104,10 +109,9 @@ TfmStatus call(const Family& family, const void* src, TfmbLayout srcLayout, void
               {static_cast<std::byte*>(dst), dstLayout.step, dstLayout.distance,
                destinationLength(family.transform, family.format, length)},
               count};
-  transformAsWide<64>(batch, bytes);
-  transformAsWide<32>(batch, bytes);
-  transformAsWide<16>(batch, bytes);
-  transformSingly(batch);
+  if (!transformAsWide<64>(batch, bytes) && !transformAsWide<32>(batch, bytes) && !transformAsWide<16>(batch, bytes)) {
+    transformSingly(batch);
+  }
   return tfmStsOk;
 }
 
