@@ -59,7 +59,7 @@ bool selectScale(Transform transform, std::int32_t length, std::int32_t flag, do
 // ---- Widths
 
 // Frames in 16 bytes of a register: one a lane, of complex doubles one in all.
-int blockFrames(const Family& family) {
+std::int64_t blockFrames(const Family& family) {
   const bool isSingle = family.elementBytes == (isComplex(family.transform) ? sizeof(Tfm32fc) : sizeof(Tfm32f));
   return isSingle ? 4 : isComplex(family.transform) ? 1 : 2;
 }
@@ -68,7 +68,7 @@ int blockFrames(const Family& family) {
 // could.
 template <int bytes>
 bool transformAsWide(Batch& batch, int widestWanted) {
-  constexpr int blocks = bytes / 16;
+  constexpr std::int64_t blocks = bytes / 16;
   if (bytes > widestWanted || 2 * batch.count <= blocks * blockFrames(*batch.family) || !processorHas(bytes)) {
     return false;
   }
