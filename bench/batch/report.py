@@ -1,4 +1,4 @@
-"""report.py TABLE.csv...: summary of tables of bench_batch.
+"""report.py TABLE.csv...: summary of tables of bench_batch. Of several runs of a case the least times count.
 
 Geometric means over lengths by family, layout and count: how many times faster than single calls each width is, and its
 time against FFTW's faster plan and against the mark, with the worst length. Lengths below 8 are kept apart in the
@@ -22,12 +22,16 @@ def worst(ratios):
 
 
 def main():
-    groups = defaultdict(list)
+    cases = {}
     for path in sys.argv[1:]:
         with open(path) as table:
             for row in csv.DictReader(table):
-                case = {name: float(value) for name, value in row.items() if value and name not in ("family", "layout")}
-                groups[row["family"], row["layout"], int(row["count"])].append(case)
+                key = row["family"], row["layout"], int(row["count"]), int(row["n"])
+                times = {name: float(value) for name, value in row.items() if value and name not in ("family", "layout")}
+                cases[key] = {name: min(value, cases.get(key, times)[name]) for name, value in times.items()}
+    groups = defaultdict(list)
+    for (family, layout, count, _), case in cases.items():
+        groups[family, layout, count].append(case)
 
     print("family layout      count width      x single (least)   to FFTW (worst)      to mark (worst)      "
           "2..7: to FFTW (worst), to mark (worst)")
