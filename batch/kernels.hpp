@@ -12,8 +12,8 @@
 
 namespace tfmgen::batch {
 
-namespace {
-constexpr int kBytes = TFMBATCH_BYTES;
+namespace { // NOLINT(cert-dcl59-cpp): files of different widths have a constant of the same name
+constexpr int kBytes = TFMBATCH_BYTES; // NOLINT(misc-definitions-in-headers)
 }
 
 // A kernel has `template <class T, class Spectrum, class Source, class Destination> static void run(x, y, s)`: the
