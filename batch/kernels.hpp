@@ -281,7 +281,7 @@ TFMGEN_INLINE inline void storeParts(Place to, Samples<bytes> re, Samples<bytes>
   storeParts(to, re.v, im.v);
 }
 
-// What a kernel computes with.
+// What a kernel computes with, whose Constant is the type of its constants and so of its products.
 template <class Kernel, class Real, int bytes>
 using Computed =
     std::conditional_t<(sizeof(typename Kernel::Constant) > sizeof(Real)), Samples<bytes>, Vector<Real, bytes>>;
