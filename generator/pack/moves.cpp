@@ -17,17 +17,18 @@ PatternKey mixed(PatternKey z) {
 
 // Windows of adjacent elements, as long as a vector, that cover the elements. The first begins no later than a vector
 // before the end of the array.
-int windows(std::span<int> elements, int lanes, int length) {
-  std::ranges::sort(elements);
-  int count = 0;
-  int end = -1;
-  for (const int element : elements) {
-    if (element >= end) {
-      ++count;
-      end = count == 1 && element + lanes > length ? length : element + lanes;
+int windows(std::span<const int> elements, int lanes, int length) {
+  int end = 0;
+  for (int count = 0;; ++count) {
+    int first = length; // of those that no window covers
+    for (const int element : elements) {
+      first = element >= end ? std::min(first, element) : first;
     }
+    if (first == length) {
+      return count;
+    }
+    end = count == 0 && first + lanes > length ? length : first + lanes;
   }
-  return count;
 }
 
 // Where the lanes of a pattern are now.
