@@ -45,10 +45,10 @@ std::vector<print::RealEntry> entries(const RealKernel& kernel, Level level, std
       print::RealEntry entry{format, sampleBits};
       if (level != Level::baseline) {
         const std::string name = print::entryName(kernel.transform, format, kernel.length, sampleBits);
-        const auto packer = packers
-                                .try_emplace(sampleBits, pack::machine(level, sampleBits, 1),
-                                             seed.value_or(measuredSeed(level, name)))
-                                .first;
+        const auto packer =
+            packers
+                .try_emplace(sampleBits, pack::machine(level, sampleBits, 1), seed.value_or(measuredSeed(level, name)))
+                .first;
         pack::Packed packed =
             packer->second.pack(pack::program(kernel.kernel, kernel.transform, format, kernel.length, sampleBits));
         if (packed.isFaster && (seed || !isMeasuredSlower(level, name))) {
