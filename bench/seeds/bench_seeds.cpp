@@ -9,6 +9,7 @@
 #include "tfmgen.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <exception>
@@ -16,6 +17,7 @@
 #include <iostream>
 #include <limits>
 #include <map>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -39,8 +41,8 @@ constexpr const char* kFirstSeed = kCandidates[0].seed;
 
 // Times against the default library.
 struct Ratios {
-  double together;
-  double dependent;
+  double together = 0;
+  double dependent = 0;
 
   [[nodiscard]] double worse() const { return std::max(together, dependent); }
   // Calls back to back count twice. Where one of both is slower, the routine stays as in the default library.
@@ -54,24 +56,46 @@ using Routine = std::map<std::string, std::vector<Ratios>>; // by seed, a line a
 using Kernel = std::map<std::string, Routine>;
 using Kernels = std::map<std::string, Kernel>; // by the name of the first routine
 
+// How far the destination lies behind the source: half a page and a bit, and a whole page, where each load looks like
+// one that waits for the last call's store. The worse of both counts.
+constexpr std::array<std::size_t, 2> kDistances{2112, 4096};
+
 template <class T>
-void measure(const std::string& name, const std::vector<LevelLibrary>& libraries, int rounds, Routine& routine) {
+std::vector<Contestant> contestants(const std::string& name, const std::vector<LevelLibrary>& libraries, T* src,
+                                    T* dst) {
   using Function = TfmStatus(const T*, T*, std::int32_t);
-  const Arrays<T> arrays;
-  std::vector<Contestant> contestants;
+  std::vector<Contestant> all;
   for (const LevelLibrary& library : libraries) {
     if (library.has(name)) {
       for (Function* const function : library.find<Function>(name)) {
         const auto call = [function](const T* from, T* to) { function(from, to, TFM_NO_DIV); };
-        addOurs(name, library.level(), call, arrays.src(), arrays.dst(), Arrays<T>::kSize, contestants);
+        addOurs(name, library.level(), call, src, dst, Arrays<T>::kSize, all);
       }
     }
   }
-  const LevelCase found = contest("", "", 0, contestants, rounds).front();
-  for (const auto& [seed, time] : found.ours) {
+  return all;
+}
+
+template <class T>
+void measure(const std::string& name, const std::vector<LevelLibrary>& libraries, int rounds, Routine& routine) {
+  struct alignas(4096) Memory {
+    std::array<T, 2 * 4096 / sizeof(T)> elements;
+  };
+  const auto memory = std::make_unique<Memory>();
+  std::map<std::string, Ratios> worse;
+  for (const std::size_t distance : kDistances) {
+    T* const src = memory->elements.data();
+    T* const dst = src + distance / sizeof(T);
+    const LevelCase found = contest("", "", 0, contestants(name, libraries, src, dst), rounds).front();
+    for (const auto& [seed, time] : found.ours) {
+      Ratios& ratios = worse[seed];
+      ratios.together = std::max(ratios.together, time / found.ours.at(kDefault));
+      ratios.dependent = std::max(ratios.dependent, found.dependent.at(seed) / found.dependent.at(kDefault));
+    }
+  }
+  for (const auto& [seed, ratios] : worse) {
     if (seed != kDefault) {
-      routine[seed].push_back(
-          {time / found.ours.at(kDefault), found.dependent.at(seed) / found.dependent.at(kDefault)});
+      routine[seed].push_back(ratios);
     }
   }
 }
