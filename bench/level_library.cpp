@@ -57,6 +57,10 @@ LevelLibrary::LevelLibrary(std::string level, const std::string& file) : level_(
   }
 }
 
+bool LevelLibrary::has(const std::string& name) const {
+  return dlsym(mappings_.front(), name.c_str()) != nullptr;
+}
+
 std::vector<void*> LevelLibrary::addresses(const std::string& name) const {
   std::vector<void*> found;
   for (void* const mapping : mappings_) {

@@ -15,6 +15,7 @@ public:
 
   [[nodiscard]] const std::string& level() const { return level_; }
 
+  [[nodiscard]] bool has(const std::string& name) const;
   // The routine in each mapping. Throws std::runtime_error when the library has none of this name.
   template <class Function>
   [[nodiscard]] std::vector<Function*> find(const std::string& name) const {

@@ -6,6 +6,8 @@
 //   tfmgen-generator FAMILY DIRECTORY COUNT LEVEL LEFT
 //                                              these files with the kernels that are made for a level, and LEFT files
 //                                              FAMILY_left_0.cpp, ... with those that are left as at the baseline
+//   tfmgen-generator complex64|real DIRECTORY COUNT LEVEL LEFT SEED
+//                                              the same with one seed for the packing of all kernels, to be measured
 //   tfmgen-generator batch-complex32|batch-complex64|batch-real DIRECTORY COUNT REGISTERS
 //                                              kernels for batches of frames, for a machine of so many registers
 //   tfmgen-generator --counts                  name,multiplications,additions,shuffles,rotations, a line a kernel
@@ -21,10 +23,12 @@
 #include "report.hpp"
 
 #include <algorithm>
+#include <cstdint>
 #include <exception>
 #include <iostream>
 #include <iterator>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -49,18 +53,20 @@ Texts complexTexts(const std::vector<print::ComplexKernel>& kernels, Level level
   return texts;
 }
 
-Texts complex32(Level level) {
+using Seed = std::optional<std::uint64_t>;
+
+Texts complex32(Level level, Seed /*packs nothing*/) {
   return complexTexts(family::complex32(level), level);
 }
 
-Texts complex64(Level level) {
-  return complexTexts(family::complex64(level), level);
+Texts complex64(Level level, Seed seed) {
+  return complexTexts(family::complex64(level, seed), level);
 }
 
-Texts real(Level level) {
+Texts real(Level level, Seed seed) {
   Texts texts{print::realPreamble(), {}, {}};
   for (const family::RealKernel& k : family::realKernels()) {
-    std::vector<print::RealEntry> made = family::entries(k, level);
+    std::vector<print::RealEntry> made = family::entries(k, level, seed);
     std::vector<print::RealEntry> left;
     if (level != Level::baseline) {
       const auto scalars = std::stable_partition(made.begin(), made.end(), [](const auto& e) { return e.packed; });
@@ -76,7 +82,7 @@ Texts real(Level level) {
   return texts;
 }
 
-const std::map<std::string, Texts (*)(Level)> kFamilies{
+const std::map<std::string, Texts (*)(Level, Seed)> kFamilies{
     {"complex32", complex32}, {"complex64", complex64}, {"real", real}};
 
 const std::map<std::string, std::vector<print::Piece> (*)(int registers)> kBatches{
@@ -94,9 +100,10 @@ int run(const std::vector<std::string>& arguments) {
     kReports.at(name)();
     return 0;
   }
-  const bool hasLevel = count == 5 && kLevels.contains(arguments[3]);
+  const bool hasLevel = (count == 5 || count == 6) && kLevels.contains(arguments[3]);
+  const Seed seed = count == 6 ? Seed(std::stoull(arguments[5])) : std::nullopt;
   if ((count == 3 || hasLevel) && kFamilies.contains(name)) {
-    Texts texts = kFamilies.at(name)(hasLevel ? kLevels.at(arguments[3]) : Level::baseline);
+    Texts texts = kFamilies.at(name)(hasLevel ? kLevels.at(arguments[3]) : Level::baseline, seed);
     print::writeFiles(arguments[1], name, std::stoul(arguments[2]), texts.preamble, std::move(texts.made));
     if (hasLevel) {
       print::writeFiles(arguments[1], name + "_left", std::stoul(arguments[4]), texts.preamble, std::move(texts.left));
@@ -108,7 +115,7 @@ int run(const std::vector<std::string>& arguments) {
                       kBatches.at(name)(std::stoi(arguments[3])));
     return 0;
   }
-  std::cerr << "usage: tfmgen-generator FAMILY DIRECTORY COUNT [LEVEL LEFT | REGISTERS] | --counts | --errors | "
+  std::cerr << "usage: tfmgen-generator FAMILY DIRECTORY COUNT [LEVEL LEFT [SEED] | REGISTERS] | --counts | --errors | "
                "--packing\n";
   return 2;
 }

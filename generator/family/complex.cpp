@@ -6,6 +6,7 @@
 #include "pack/packed.hpp"
 #include "plan/complex32.hpp"
 #include "plan/complex64.hpp"
+#include "seeds.hpp"
 #include "slower.hpp"
 #include "wide/pairs.hpp"
 
@@ -78,7 +79,7 @@ std::vector<print::ComplexKernel> complex32(Level level) {
 }
 
 // Both directions differ in signs only.
-std::vector<print::ComplexKernel> complex64(Level level) {
+std::vector<print::ComplexKernel> complex64(Level level, std::optional<std::uint64_t> seed) {
   std::vector<print::ComplexKernel> kernels =
       complexKernels([](int length, transform::RootSign sign) { return complex64(length, sign); });
   if (level == Level::baseline) {
@@ -87,9 +88,13 @@ std::vector<print::ComplexKernel> complex64(Level level) {
   std::map<int, pack::Packer> packers;
   for (print::ComplexKernel& k : kernels) {
     const pack::Program program = pack::program(std::get<lower::Kernel>(k.kernel), k.length);
-    const auto packer = packers.try_emplace(k.length, pack::machine(level, 64, program.numbersInUnit)).first;
+    const std::string name = print::kernelName(k);
+    const auto packer = packers
+                            .try_emplace(k.length, pack::machine(level, 64, program.numbersInUnit),
+                                         seed.value_or(measuredSeed(level, name)))
+                            .first;
     pack::Packed packed = packer->second.pack(program);
-    if (packed.isFaster && !isMeasuredSlower(level, print::kernelName(k))) {
+    if (packed.isFaster && (seed || !isMeasuredSlower(level, name))) {
       k.packed = std::move(packed);
     }
   }

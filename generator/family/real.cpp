@@ -3,6 +3,7 @@
 #include "lengths.hpp"
 #include "pack/packed.hpp"
 #include "plan/real.hpp"
+#include "seeds.hpp"
 #include "slower.hpp"
 
 #include <map>
@@ -36,18 +37,21 @@ std::vector<RealKernel> realKernels() {
   return kernels;
 }
 
-std::vector<print::RealEntry> entries(const RealKernel& kernel, Level level) {
+std::vector<print::RealEntry> entries(const RealKernel& kernel, Level level, std::optional<std::uint64_t> seed) {
   std::map<int, pack::Packer> packers;
   std::vector<print::RealEntry> out;
   for (const lower::Format format : formats(kernel.transform, kernel.length)) {
     for (const int sampleBits : {32, 64}) {
       print::RealEntry entry{format, sampleBits};
       if (level != Level::baseline) {
-        const auto packer = packers.try_emplace(sampleBits, pack::machine(level, sampleBits, 1)).first;
+        const std::string name = print::entryName(kernel.transform, format, kernel.length, sampleBits);
+        const auto packer =
+            packers
+                .try_emplace(sampleBits, pack::machine(level, sampleBits, 1), seed.value_or(measuredSeed(level, name)))
+                .first;
         pack::Packed packed =
             packer->second.pack(pack::program(kernel.kernel, kernel.transform, format, kernel.length, sampleBits));
-        if (packed.isFaster &&
-            !isMeasuredSlower(level, print::entryName(kernel.transform, format, kernel.length, sampleBits))) {
+        if (packed.isFaster && (seed || !isMeasuredSlower(level, name))) {
           entry.packed = std::move(packed);
         }
       }

@@ -4,6 +4,8 @@
 #include "level.hpp"
 #include "print/real.hpp"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,7 +20,8 @@ struct RealKernel {
 
 std::vector<RealKernel> realKernels();
 
-// The routines of a kernel, packed at a level where that is faster.
-std::vector<print::RealEntry> entries(const RealKernel& kernel, Level level);
+// The routines of a kernel, packed at a level where that is faster. With a seed: packed by that seed, wherever the
+// estimate says that it is faster, to be measured.
+std::vector<print::RealEntry> entries(const RealKernel& kernel, Level level, std::optional<std::uint64_t> seed = {});
 
 } // namespace tfmgen::family

@@ -246,11 +246,13 @@ int Cost::path(std::span<const int> changed) {
 
 int Cost::pathFrom(int level) {
   std::ranges::copy(ready_, trial_.begin());
+  bool hasOther = false; // a vector is ready at another time than before
   for (int i = firstOfLevel_[level]; i < byLevel_.size(); ++i) {
     const int v = byLevel_[i];
-    if (isChanged_[v] != 0 || waitsForChange(vectors_[v].now())) {
+    if (isChanged_[v] != 0 || (hasOther && waitsForChange(vectors_[v].now()))) {
       trial_[v] = ready(vectors_[v].now());
       isChanged_[v] = trial_[v] != ready_[v] ? 1 : 0;
+      hasOther = hasOther || isChanged_[v] != 0;
     }
   }
   int sum = 0;

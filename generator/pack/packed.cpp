@@ -19,12 +19,13 @@ bool isFaster(const Machine& machine, const CodeCounts& counts, int longestPath,
 }
 
 Packed Packer::pack(const Program& program) {
-  constexpr int kMovesPerOperation = 500;
+  constexpr int kMovesPerOperation = 600;
   constexpr int kMovesPerOperationAgain = 50;
   const Dependences dependences(program);
   const bool isNew = !first_.has_value();
   Packing packing = isNew ? greedyStart(program, dependences, machine_) : *first_;
   SearchOptions options;
+  options.seed = seed_;
   options.moves = (isNew ? kMovesPerOperation : kMovesPerOperationAgain) * program.operations.size();
   options.firstTemperature = isNew ? options.firstTemperature : options.lastTemperature;
   const Score score = search(packing, program, dependences, machine_, options);

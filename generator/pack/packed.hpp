@@ -23,12 +23,13 @@ bool isFaster(const Machine& machine, const CodeCounts& counts, int longestPath,
 // one is searched for from the start, the others from its packing.
 class Packer {
 public:
-  explicit Packer(const Machine& machine) : machine_(machine) {}
+  explicit Packer(const Machine& machine, std::uint64_t seed = 1) : machine_(machine), seed_(seed) {}
 
   Packed pack(const Program& program);
 
 private:
   Machine machine_;
+  std::uint64_t seed_; // of the searches
   std::optional<Packing> first_;
 };
 

@@ -117,11 +117,9 @@ private:
     vectors_.clear();
     stores_.clear();
     const int kind = dice_.below(100);
-    if (kind < 45) {
+    if (kind < 60) {
       moveOne();
-    } else if (kind < 65) {
-      exchangeCones();
-    } else if (kind < 85) {
+    } else if (kind < 75) {
       exchangeLanes();
     } else {
       exchangeOperands();
@@ -139,7 +137,7 @@ private:
   }
 
   void tryChange(int temperature) {
-    constexpr int kMostFromPath = 500; // no single change shortens the path by more
+    constexpr int kMostFromPath = 150; // hardly a change shortens the path by more
     // ln 2 = 710 / 1024
     const auto bearable =
         static_cast<int>(static_cast<std::int64_t>(temperature) * dice_.exponential() / 1024 * 710 >> 20);
@@ -316,54 +314,6 @@ private:
     return loadOf_[program_.loads[value] / packing_.lanes * packing_.lanes + lane];
   }
 
-  // Two operations of a level change places, and with them what hangs together with them in the same way: twins, users
-  // and operands, those in the same lane above all.
-  void exchangeCones() {
-    const int first = anyOperation();
-    const int second = at({dice_.of(ofLevel_[levelOf(first)]), dice_.below(packing_.lanes)});
-    if (second == kEmpty || second == first) {
-      return;
-    }
-    const std::size_t limit = 1 + static_cast<std::size_t>(dice_.below(12));
-    pairs_.clear();
-    seen_.clear();
-    addPair(first, second);
-    for (std::size_t i = 0; i < pairs_.size() && pairs_.size() < limit; ++i) {
-      const auto [a, b] = pairs_[i];
-      if (dependences_.twin[a] != kEmpty && dependences_.twin[b] != kEmpty) {
-        addPair(dependences_.twin[a], dependences_.twin[b]);
-      }
-      const auto& usersOfA = dependences_.users[a];
-      const auto& usersOfB = dependences_.users[b];
-      for (int k = 0; k < usersOfA.size() && usersOfA.size() == usersOfB.size(); ++k) {
-        addAligned(a, usersOfA[k], usersOfB[k]);
-      }
-      const auto& termsOfA = program_.operation(a).terms;
-      const auto& termsOfB = program_.operation(b).terms;
-      for (std::size_t k = 0; k < termsOfA.size() && termsOfA.size() == termsOfB.size(); ++k) {
-        addAligned(a, termsOfA[k].value, termsOfB[k].value);
-      }
-    }
-    for (const auto& [a, b] : pairs_) {
-      addExchange(packing_.places[a], packing_.places[b]);
-    }
-  }
-
-  void addAligned(int neighbour, int a, int b) {
-    if (laneOf(a) == laneOf(neighbour) || dice_.oneIn(4)) {
-      addPair(a, b);
-    }
-  }
-
-  void addPair(int a, int b) {
-    if (a != b && !program_.isLoad(a) && !program_.isLoad(b) && levelOf(a) == levelOf(b) && !seen_.has(a) &&
-        !seen_.has(b)) {
-      seen_.add(a);
-      seen_.add(b);
-      pairs_.emplace_back(a, b);
-    }
-  }
-
   // Two lanes change places in a set of vectors that are operands and users of each other.
   void exchangeLanes() {
     const int i = dice_.below(packing_.lanes);
@@ -371,7 +321,7 @@ private:
     if (i == j) {
       return;
     }
-    const std::size_t limit = 1 + static_cast<std::size_t>(dice_.below(10));
+    const std::size_t limit = 1 + static_cast<std::size_t>(dice_.below(4));
     const int reach = dice_.below(64);
     seen_.clear(); // vectors here: there are fewer than values
     const auto visit = [&](int vector) {
@@ -436,7 +386,6 @@ private:
   Marks vectors_; // whose cost changes
   Marks stores_;
   Marks seen_;
-  std::vector<std::pair<int, int>> pairs_;
 };
 
 } // namespace
