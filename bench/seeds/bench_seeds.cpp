@@ -79,7 +79,7 @@ std::vector<Contestant> contestants(const std::string& name, const std::vector<L
 template <class T>
 void measure(const std::string& name, const std::vector<LevelLibrary>& libraries, int rounds, Routine& routine) {
   struct alignas(4096) Memory {
-    std::array<T, 2 * 4096 / sizeof(T)> elements;
+    std::array<T, std::size_t(2) * 4096 / sizeof(T)> elements;
   };
   const auto memory = std::make_unique<Memory>();
   std::map<std::string, Ratios> worse;
