@@ -9,11 +9,15 @@ namespace tfmgen::batch {
 // One of the eighteen transforms.
 struct Family {
   using Single = TfmStatus(const void* src, void* dst, std::int32_t len, std::int32_t flag);
+  using ScaleOf = bool(std::int32_t flag, double& scale); // of the sample type; false for a flag that is none
 
   Transform transform;
   Format format;
-  std::size_t elementBytes;
-  Single* single; // one frame, its elements side by side
+  bool isDouble;
+  Single* single;         // one frame, its elements side by side
+  ScaleOf* const* scales; // of lengths from the shortest on
+  int elementBytes = (isDouble ? 8 : 4) * (isComplex(transform) ? 2 : 1);
+  int blockFrames = !isDouble ? 4 : isComplex(transform) ? 1 : 2; // in 16 bytes of a register
 };
 
 // Element n of frame f at first + (f * distance + n * step) elements.
@@ -22,7 +26,6 @@ struct Side {
   Byte* first;
   std::ptrdiff_t step;
   std::ptrdiff_t distance;
-  int length; // elements of a frame
 };
 
 // Plain data: code for one width must not share a function with code for another.

@@ -87,29 +87,19 @@ inline constexpr std::ptrdiff_t kStripBytes = 512;
 template <int bytes, Transform transform, class Real>
 class Groups {
 public:
-  TFMGEN_INLINE explicit Groups(const Batch& batch)
-      : batch_(batch), n_(batch.length), format_(batch.family->format), src_(side<const Unit>(batch.src)),
-        dst_(side<Unit>(batch.dst)) {}
-
-  [[nodiscard]] TFMGEN_INLINE std::int64_t run() const {
-    const bool areFrames = src_.path == Path::frames && dst_.path == Path::frames;
-    const bool areRows = src_.path == Path::rows && dst_.path == Path::rows;
-    if (bytes == kBlockBytes && isComplex(transform) && !areBlocks && areFrames && isSlowInNarrowFrames(n_)) {
+  // Frames in one piece that have a routine of their own need to know nothing of what other paths ask.
+  [[nodiscard]] TFMGEN_INLINE static std::int64_t transformAll(const Batch& batch) {
+    const bool areFrames = pathOf(batch.src) == Path::frames && pathOf(batch.dst) == Path::frames;
+    if (bytes == kBlockBytes && isComplex(transform) && !areBlocks && areFrames && isSlowInNarrowFrames(batch.length)) {
       return 0;
     }
-    std::int64_t done = 0;
-    if (auto* const routine = areFrames ? routineInFrames() : nullptr) {
-      done = runInRegisters(*routine);
-    } else if (areBlocks && !areRows && kInPieces<bytes>.of[n_] != nullptr) {
-      done = runInPieces();
-    } else if (isDirect<kFrames>(src_) && isDirect<kFrames>(dst_) && !src_.collides && !dst_.collides) {
-      done = runInRows();
-    } else if (src_.collides || dst_.collides) {
-      done = runInTables<kStrip>(0, n_ < kShortestStreamed ? kLine / sizeof(Unit) : kStrip);
-    } else {
-      done = runInTables<kFrames>(0, kFrames);
+    if (auto* const routine = areFrames ? routineInFrames(batch) : nullptr) {
+      const std::int64_t done = runInRegisters(batch, *routine);
+      return done == batch.count ? done : done + Groups(batch).rest(done, areFrames);
     }
-    return done + rest(done, areFrames);
+    const Groups groups(batch);
+    const std::int64_t done = groups.run();
+    return done + groups.rest(done, areFrames);
   }
 
 private:
@@ -127,42 +117,67 @@ private:
 
   enum class Path { rows, frames, scattered };
 
+  template <class Byte>
+  TFMGEN_INLINE static Path pathOf(const Side<Byte>& s) {
+    return s.distance == 1 ? Path::rows : s.step == 1 ? Path::frames : Path::scattered;
+  }
+
   template <class Element>
   struct PathSide {
     Element* first;
     std::ptrdiff_t step;
     std::ptrdiff_t distance;
-    int length;
+    int length; // elements of a frame
     Path path;
     bool collides; // rows lie so that the first-level cache holds few of them
   };
 
   template <class Element, class Byte>
-  TFMGEN_INLINE static PathSide<Element> side(const Side<Byte>& s) {
-    const Path path = s.distance == 1 ? Path::rows : s.step == 1 ? Path::frames : Path::scattered;
+  TFMGEN_INLINE static PathSide<Element> side(const Side<Byte>& s, int length) {
     const std::ptrdiff_t stride = inBytes(s.step);
-    const bool isWorthACopy = bytes < kLine || s.length >= kShortestStreamed; // a line is loaded by one access
+    const bool isWorthACopy = bytes < kLine || length >= kShortestStreamed; // a line is loaded by one access
     const bool collides = s.distance == 1 && stride != 0 && stride % kCollidingStride == 0 && isWorthACopy;
-    return {reinterpret_cast<Element*>(s.first), s.step, s.distance, s.length, path, collides};
+    return {reinterpret_cast<Element*>(s.first), s.step, s.distance, length, pathOf(s), collides};
   }
 
-  [[nodiscard]] TFMGEN_INLINE FramesRoutine<Real>* routineInFrames() const {
+  TFMGEN_INLINE explicit Groups(const Batch& batch)
+      : batch_(batch), n_(batch.length), format_(batch.family->format),
+        src_(side<const Unit>(batch.src, sourceLength(transform, format_, n_))),
+        dst_(side<Unit>(batch.dst, destinationLength(transform, format_, n_))) {}
+
+  [[nodiscard]] TFMGEN_INLINE static FramesRoutine<Real>* routineInFrames(const Batch& batch) {
+    const int n = batch.length;
     if constexpr (transform == Transform::realForward || transform == Transform::realInverse) {
-      return format_ == Format::ccs    ? kInFrames<bytes, transform, Format::ccs, Real>.of[n_]
-             : format_ == Format::pack ? kInFrames<bytes, transform, Format::pack, Real>.of[n_]
-                                       : kInFrames<bytes, transform, Format::perm, Real>.of[n_];
+      const Format format = batch.family->format;
+      return format == Format::ccs    ? kInFrames<bytes, transform, Format::ccs, Real>.of[n]
+             : format == Format::pack ? kInFrames<bytes, transform, Format::pack, Real>.of[n]
+                                      : kInFrames<bytes, transform, Format::perm, Real>.of[n];
     } else {
-      return kInFrames<bytes, transform, Format::plain, Real>.of[n_];
+      return kInFrames<bytes, transform, Format::plain, Real>.of[n];
     }
   }
 
-  [[nodiscard, gnu::noinline]] std::int64_t runInRegisters(FramesRoutine<Real>& routine) const {
-    std::int64_t f = 0;
-    for (; f + kFrames <= batch_.count; f += kFrames) {
-      routine(samples(src_.first + f * src_.distance), src_.distance, samples(dst_.first + f * dst_.distance),
-              dst_.distance, static_cast<Real>(batch_.scale));
+  [[nodiscard, gnu::noinline]] static std::int64_t runInRegisters(const Batch& batch, FramesRoutine<Real>& routine) {
+    const auto* x = reinterpret_cast<const Unit*>(batch.src.first);
+    auto* y = reinterpret_cast<Unit*>(batch.dst.first);
+    const std::int64_t groups = batch.count / kFrames;
+    for (std::int64_t group = 0; group < groups; ++group) {
+      routine(samples(x), batch.src.distance, samples(y), batch.dst.distance, static_cast<Real>(batch.scale));
+      x += kFrames * batch.src.distance;
+      y += kFrames * batch.dst.distance;
     }
-    return f;
+    return groups * kFrames;
+  }
+
+  [[nodiscard]] TFMGEN_INLINE std::int64_t run() const {
+    const bool areRows = src_.path == Path::rows && dst_.path == Path::rows;
+    if (areBlocks && !areRows && kInPieces<bytes>.of[n_] != nullptr) {
+      return runInPieces();
+    }
+    if (src_.collides || dst_.collides) {
+      return runInTables<kStrip>(0, n_ < kShortestStreamed ? kLine / sizeof(Unit) : kStrip);
+    }
+    return isDirect<kFrames>(src_) && isDirect<kFrames>(dst_) ? runInRows() : runInTables<kFrames>(0, kFrames);
   }
 
   [[nodiscard, gnu::noinline]] std::int64_t runInPieces() const {
@@ -395,8 +410,8 @@ private:
 template <int bytes>
 std::int64_t transformGroups(const Batch& batch) {
   const auto run = [&]<Transform transform>() TFMGEN_INLINE {
-    const bool isSingle = batch.family->elementBytes == (isComplex(transform) ? sizeof(Tfm32fc) : sizeof(Tfm32f));
-    return isSingle ? Groups<bytes, transform, Tfm32f>(batch).run() : Groups<bytes, transform, Tfm64f>(batch).run();
+    return batch.family->isDouble ? Groups<bytes, transform, Tfm64f>::transformAll(batch)
+                                  : Groups<bytes, transform, Tfm32f>::transformAll(batch);
   };
   switch (batch.family->transform) {
   case Transform::complexForward: return run.template operator()<Transform::complexForward>();

@@ -23,8 +23,8 @@ def last_tag(source):
 
 def build(source, folder):
     """The folder of the libraries of these sources. Without optimisation kernels take longer to compile, not shorter."""
-    subprocess.run(["cmake", "--preset", "release", "-S", source, "-B", folder, "-DCMAKE_C_FLAGS=-g",
-                    "-DCMAKE_CXX_FLAGS=-g", "-DBUILD_TESTING=OFF", "-DTFMGEN_EXAMPLES=OFF", "-DTFMGEN_LEVELS="],
+    subprocess.run(["cmake", "--preset", "release", "-S", source, "-B", folder, "-DCMAKE_BUILD_TYPE=RelWithDebInfo",
+                    "-DBUILD_TESTING=OFF", "-DTFMGEN_EXAMPLES=OFF", "-DTFMGEN_LEVELS="],
                    check=True, cwd=source, stdout=subprocess.DEVNULL)
     subprocess.run(["cmake", "--build", folder], check=True, stdout=subprocess.DEVNULL)
     return folder / "lib"
