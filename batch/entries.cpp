@@ -8,20 +8,24 @@ namespace {
 
 // Frames in one piece that are single calls, up to this number, without a look at anything else: as measured. A group
 // of four complex frames of floats gains nothing that would pay for its call, nor does one of four frames of few
-// operations.
+// operations, nor a group that is not full but for long frames.
 constexpr std::int64_t fewFrames(Transform transform, std::size_t elementBytes, std::int32_t len) {
   const bool isSingle = elementBytes == (isComplex(transform) ? sizeof(Tfm32fc) : sizeof(Tfm32f));
   if (isComplex(transform) && isSingle) {
     return 7;
   }
-  return len <= 8 || (len == 12 && !isSingle) ? 4 : 1;
+  if (len <= 8 || (len == 12 && !isSingle)) {
+    return 4;
+  }
+  return len <= longestSingly(transform) ? 3 : isSingle ? 2 : 1;
 }
 
 // The checks of single calls are those of a batch with frames in it.
 template <class Sample>
-TfmStatus callSingly(TfmStatus (*single)(const Sample*, Sample*, std::int32_t, std::int32_t), const Sample* src,
-                     std::int64_t srcDistance, Sample* dst, std::int64_t dstDistance, std::int32_t len,
-                     std::int64_t count, std::int32_t flag) {
+[[gnu::noinline]] TfmStatus callSingly(TfmStatus (*single)(const Sample*, Sample*, std::int32_t, std::int32_t),
+                                       const Sample* src, std::int64_t srcDistance, Sample* dst,
+                                       std::int64_t dstDistance, std::int32_t len, std::int64_t count,
+                                       std::int32_t flag) {
   TfmStatus status = single(src, dst, len, flag);
   for (std::int64_t f = 1; f < count && status == tfmStsOk; ++f) {
     status = single(src + f * srcDistance, dst + f * dstDistance, len, flag);
@@ -34,9 +38,14 @@ TfmStatus callSingly(TfmStatus (*single)(const Sample*, Sample*, std::int32_t, s
 #define TFMBATCH_DEFINE(name, suffix, Sample, transform, format)                                                       \
   TfmStatus tfmb##name##_##suffix(const Sample* pSrc, TfmbLayout srcLayout, Sample* pDst, TfmbLayout dstLayout,        \
                                   int32_t len, int64_t count, int32_t flag) {                                          \
-    if (count >= 1 && count <= fewFrames(Transform::transform, sizeof(Sample), len) && srcLayout.step == 1 &&          \
-        dstLayout.step == 1) {                                                                                         \
-      return callSingly(tfmg##name##_##suffix, pSrc, srcLayout.distance, pDst, dstLayout.distance, len, count, flag);  \
+    if (count >= 1 && srcLayout.step == 1 && dstLayout.step == 1) {                                                    \
+      if (count == 1) {                                                                                                \
+        return tfmg##name##_##suffix(pSrc, pDst, len, flag);                                                           \
+      }                                                                                                                \
+      if (count <= fewFrames(Transform::transform, sizeof(Sample), len)) {                                             \
+        return callSingly(tfmg##name##_##suffix, pSrc, srcLayout.distance, pDst, dstLayout.distance, len, count,       \
+                          flag);                                                                                       \
+      }                                                                                                                \
     }                                                                                                                  \
     return call(k##name##_##suffix, pSrc, srcLayout, pDst, dstLayout, len, count, flag, kWidths.front());              \
   }

@@ -31,7 +31,7 @@ inline constexpr auto kInRows = withIndices<kLongest + 1>([](auto... n) {
 template <int bytes, Transform transform, Format format, class Real>
 inline constexpr auto kInFrames = withIndices<kLongest + 1>([](auto... n) {
   const auto routine = [](auto length) -> FramesRoutine<Real>* {
-    if constexpr (length >= kShortest && length <= longestInRegisters<bytes, transform, format, Real>()) {
+    if constexpr (length >= kShortest && isInRegisters<bytes, transform, format, Real>(length)) {
       return InFrames<bytes, transform, storedAs(format, length), Real, length>::run;
     } else {
       return nullptr;
@@ -66,15 +66,23 @@ template <class V, int unit, int row, class Frames>
                        [&](int element) TFMGEN_INLINE { return loadAligned<V>(table + element * row); });
 }
 
-// Complex 32-bit frames at 16 bytes: where a transposition costs more than the kernel gains, single calls are faster.
+// Frames in one piece at 16 bytes: where a transposition costs more than the kernel gains, single calls are faster, as
+// measured.
+template <Transform transform, class Real>
 constexpr bool isSlowInNarrowFrames(int n) {
-  constexpr int fast[] = {22, 23, 25, 26, 31, 34, 38, 47}; // as measured
-  for (const int length : fast) {
-    if (length == n) {
+  if (isComplex(transform)) {
+    if (isInBlocks<transform, Real>) {
       return false;
     }
+    for (const int fast : {22, 23, 25, 26, 31, 34, 38, 47}) {
+      if (n == fast) {
+        return false;
+      }
+    }
+    return n > 17;
   }
-  return n > 17;
+  const bool isSlow = n == 20 || n == 24 || (transform == Transform::realForward && n == 32);
+  return sizeof(Real) == sizeof(double) && isSlow;
 }
 
 inline constexpr std::ptrdiff_t kLine = 64;              // bytes of a cache line
@@ -90,7 +98,7 @@ public:
   // Frames in one piece that have a routine of their own need to know nothing of what other paths ask.
   [[nodiscard]] TFMGEN_INLINE static std::int64_t transformAll(const Batch& batch) {
     const bool areFrames = pathOf(batch.src) == Path::frames && pathOf(batch.dst) == Path::frames;
-    if (bytes == kBlockBytes && isComplex(transform) && !areBlocks && areFrames && isSlowInNarrowFrames(batch.length)) {
+    if (bytes == kBlockBytes && areFrames && isSlowInNarrowFrames<transform, Real>(batch.length)) {
       return 0;
     }
     if (auto* const routine = areFrames ? routineInFrames(batch) : nullptr) {
@@ -296,6 +304,13 @@ private:
 
   // ---- Between the caller's layout and a table
 
+  // Frames from number `begin` on.
+  template <class Element>
+  TFMGEN_INLINE static auto evenFrames(Element* first, std::ptrdiff_t distance, int begin) {
+    auto* const frame = lanes(first + begin * distance);
+    return EvenFrames<std::remove_pointer_t<decltype(frame)>>{frame, kLanesOfUnit * distance};
+  }
+
   template <int row>
   TFMGEN_INLINE void fill(const Unit* src, int frames, Unit* table) const {
     switch (src_.path) {
@@ -306,16 +321,13 @@ private:
       break;
     case Path::frames:
       for (int i = 0; i < frames; i += kUnits) {
-        const std::ptrdiff_t distance = kLanesOfUnit * src_.distance;
-        framesToTable<V, kLanesOfUnit, kLanesOfUnit * row>(EvenFrames<const Lane>{lanes(src) + i * distance, distance},
-                                                           src_.length, lanes(table + i));
+        framesToTable<V, kLanesOfUnit, kLanesOfUnit * row>(evenFrames(src, src_.distance, i), src_.length,
+                                                           lanes(table + i));
       }
       break;
     case Path::scattered:
       for (int e = 0; e < src_.length; ++e) {
-        for (int i = 0; i < frames; ++i) {
-          table[e * row + i] = loadElement(src + e * src_.step + i * src_.distance);
-        }
+        loadScattered(src + e * src_.step, frames, table + e * row);
       }
       break;
     }
@@ -331,18 +343,40 @@ private:
       break;
     case Path::frames:
       for (int i = 0; i < frames; i += kUnits) {
-        const std::ptrdiff_t distance = kLanesOfUnit * dst_.distance;
         tableToFrames<V, kLanesOfUnit, kLanesOfUnit * row>(lanes(table + i), dst_.length,
-                                                           EvenFrames<Lane>{lanes(dst) + i * distance, distance});
+                                                           evenFrames(dst, dst_.distance, i));
       }
       break;
     case Path::scattered:
       for (int e = 0; e < dst_.length; ++e) {
-        for (int i = 0; i < frames; ++i) {
-          storeElement(dst + e * dst_.step + i * dst_.distance, table[e * row + i]);
-        }
+        storeScattered(table + e * row, frames, dst + e * dst_.step);
       }
       break;
+    }
+  }
+
+  // One element of frames anywhere. Blocks go by registers, as kernels will load and have stored them.
+  TFMGEN_INLINE void loadScattered(const Unit* src, int frames, Unit* row) const {
+    if constexpr (areBlocks) {
+      for (int i = 0; i < frames; i += kUnits) {
+        storeAligned(lanes(row + i), loadPieces<V, kLanesOfUnit, 1>(evenFrames(src, src_.distance, i), 0, 0));
+      }
+    } else {
+      for (int i = 0; i < frames; ++i) {
+        row[i] = loadElement(src + i * src_.distance);
+      }
+    }
+  }
+
+  TFMGEN_INLINE void storeScattered(const Unit* row, int frames, Unit* dst) const {
+    if constexpr (areBlocks) {
+      for (int i = 0; i < frames; i += kUnits) {
+        storePieces<kLanesOfUnit, 1>(evenFrames(dst, dst_.distance, i), 0, 0, loadAligned<V>(lanes(row + i)));
+      }
+    } else {
+      for (int i = 0; i < frames; ++i) {
+        storeElement(dst + i * dst_.distance, row[i]);
+      }
     }
   }
 
@@ -359,6 +393,9 @@ private:
   [[nodiscard]] TFMGEN_INLINE std::int64_t rest(std::int64_t done, bool areFrames) const {
     const std::int64_t frames = batch_.count - done;
     const bool hasEarlier = !batch_.isInPlace && batch_.count >= kFrames;
+    if (areFrames && frames <= 3 && n_ <= longestSingly(transform)) {
+      return 0;
+    }
     if (frames > kFrames / 2 && areFrames) {
       repeatLast(done, frames);
     } else if (frames > kFrames / 8 && hasEarlier && !areFrames) {

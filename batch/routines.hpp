@@ -12,25 +12,44 @@ namespace tfmgen::batch {
 template <Transform transform, class Real>
 inline constexpr bool isInBlocks = isComplex(transform) && sizeof(Real) == sizeof(double);
 
-// The longest frames that go from their memory to the registers of a kernel and back without a table of rows between:
-// as measured, but that the rarer formats of half spectra have a routine of their own only where the table would cost
-// most.
-template <int bytes, Transform transform, Format format, class Real>
-constexpr int longestInRegisters() {
-  if (isInBlocks<transform, Real>) {
-    return bytes == 64 ? 32 : bytes == 32 ? 8 : 0; // a group of one frame is rows anyway
+// Whether no prime above 5 divides n: the lengths with the shortest kernels.
+constexpr bool isSmooth(int n) {
+  for (const int prime : {2, 3, 5}) {
+    while (n % prime == 0) {
+      n /= prime;
+    }
   }
-  if (isComplex(transform)) {
-    return bytes == kBlockBytes ? 16 : 25;
-  }
-  return format == Format::pack || format == Format::perm ? 8 : 16;
+  return n == 1;
 }
 
-// Whether longer ones, of two blocks to a register, are faster without a table too: a kernel that takes registers apart
-// as it loads and stores.
+// Whether frames go from their memory to the registers of a kernel and back without a table of rows between. That is
+// faster at nearly all lengths, by a fifth where registers are widest, since a table is stored and loaded once more.
+// But it takes a second kernel: short ones have it, and of longer ones those that gain most for their size.
+template <int bytes, Transform transform, Format format, class Real>
+constexpr bool isInRegisters(int n) {
+  if (isInBlocks<transform, Real>) {
+    constexpr int longest = bytes == 64 ? 32 : bytes == 32 ? 8 : 0; // a group of one frame is rows anyway
+    return n <= longest || (bytes == 64 && isSmooth(n));
+  }
+  if (isComplex(transform)) {
+    constexpr int longest = bytes == 64 ? 36 : bytes == 32 ? 25 : 16;
+    return n <= longest && (n <= 17 || isSmooth(n));
+  }
+  if (format == Format::pack || format == Format::perm) {
+    return n <= 8;
+  }
+  constexpr int longest = bytes == 64 && sizeof(Real) == sizeof(double) ? 36 : 16;
+  return n <= 16 || (n <= longest && isSmooth(n));
+}
+
+// Blocks of longer frames are put together as a kernel loads them, which needs no registers for elements that wait.
+inline constexpr int kLongestLoadedInTiles = 32;
+
+// Whether frames of two blocks to a register are faster without a table too: a kernel that takes registers apart as it
+// loads and stores.
 template <int bytes>
 constexpr bool isInPieces(int n) {
-  return bytes == 32 && n > longestInRegisters<bytes, Transform::complexForward, Format::plain, Tfm64f>();
+  return bytes == 32 && n >= kShortest && !isInRegisters<bytes, Transform::complexForward, Format::plain, Tfm64f>(n);
 }
 
 // Where elements deviate from one row each, in bytes from the first row: the only row of bin N/2 of a real signal's
@@ -58,7 +77,7 @@ struct InFrames {
 template <class Real>
 using FramesRoutine = void(const Real* x, std::ptrdiff_t dx, Real* y, std::ptrdiff_t dy, Real scale);
 template <int bytes, Transform transform, Format format, class Real, int n>
-requires(n > longestInRegisters<bytes, transform, format, Real>()) struct InFrames<bytes, transform, format, Real, n> {
+requires(!isInRegisters<bytes, transform, format, Real>(n)) struct InFrames<bytes, transform, format, Real, n> {
 };
 
 // Complex elements of doubles in any layout, in bytes. As in InRows, all results but the first begin at

@@ -120,9 +120,12 @@ TFMGEN_INLINE inline void storeTile(const Frames& frames, int element, V (&rows)
   }
 }
 
+// What covers a rest of up to half a tile: narrower tiles, which move less, or a whole one that overlaps more.
+enum class Rest { inNarrowTiles, inWholeTile };
+
 // Calls tile(width, element) for tiles that cover elements `first` .. n - 1, widest ones first; n is at least the
 // least width.
-template <int width, int leastWidth, class Tile>
+template <int width, int leastWidth, Rest rest, class Tile>
 TFMGEN_INLINE inline void coverWithTiles(int first, int n, const Tile& tile) {
   for (; first + width <= n; first += width) {
     tile(Index<width>{}, first);
@@ -132,27 +135,27 @@ TFMGEN_INLINE inline void coverWithTiles(int first, int n, const Tile& tile) {
   }
   if constexpr (width == leastWidth) {
     tile(Index<width>{}, n - width);
-  } else if (n >= width && n - first > width / 2) {
+  } else if (n >= width && (n - first > width / 2 || rest == Rest::inWholeTile)) {
     tile(Index<width>{}, n - width);
   } else {
-    coverWithTiles<width / 2, leastWidth>(first, n, tile);
+    coverWithTiles<width / 2, leastWidth, rest>(first, n, tile);
   }
 }
 
-template <int widest, class V, int unit, class Tile>
+template <int widest, class V, int unit, Rest rest, class Tile>
 TFMGEN_INLINE inline void coverFrame(int n, const Tile& tile) {
   constexpr int block = kLanes<Element<V>> / unit;
   if (block <= 2 || n >= block) {
-    coverWithTiles<widest, block>(0, n, tile);
+    coverWithTiles<widest, block, rest>(0, n, tile);
   } else if constexpr (block > 2) {
-    coverWithTiles<2, 2>(0, n, tile);
+    coverWithTiles<2, 2, rest>(0, n, tile);
   }
 }
 
 // Calls put(element, V) for elements 0 .. n - 1 of the frames.
 template <class V, int unit, class Frames, class Put>
 TFMGEN_INLINE inline void loadFrames(const Frames& frames, int n, const Put& put) {
-  coverFrame<kLanesOf<V> / unit, V, unit>(n, [&](auto columns, int element) TFMGEN_INLINE {
+  coverFrame<kLanesOf<V> / unit, V, unit, Rest::inNarrowTiles>(n, [&](auto columns, int element) TFMGEN_INLINE {
     V rows[columns];
     loadTile<V, unit>(frames, element, rows);
     unroll<columns>([&](auto row) TFMGEN_INLINE { put(element + row, rows[row]); });
@@ -160,9 +163,9 @@ TFMGEN_INLINE inline void loadFrames(const Frames& frames, int n, const Put& put
 }
 
 // Stores get(element) for elements 0 .. n - 1 to the frames.
-template <class V, int unit, class Frames, class Get>
+template <class V, int unit, Rest rest = Rest::inNarrowTiles, class Frames, class Get>
 TFMGEN_INLINE inline void storeFrames(const Frames& frames, int n, const Get& get) {
-  coverFrame<kLanesOf<V> / unit, V, unit>(n, [&](auto columns, int element) TFMGEN_INLINE {
+  coverFrame<kLanesOf<V> / unit, V, unit, rest>(n, [&](auto columns, int element) TFMGEN_INLINE {
     V rows[columns];
     unroll<columns>([&](auto row) TFMGEN_INLINE { rows[row] = get(element + row); });
     storeTile<V, unit>(frames, element, rows);
