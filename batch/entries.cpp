@@ -9,15 +9,14 @@ namespace {
 // Frames in one piece that are single calls, up to this number, without a look at anything else: as measured. A group
 // of four complex frames of floats gains nothing that would pay for its call, nor does one of four frames of few
 // operations, nor a group that is not full but for long frames.
-constexpr std::int64_t fewFrames(Transform transform, std::size_t elementBytes, std::int32_t len) {
-  const bool isSingle = elementBytes == (isComplex(transform) ? sizeof(Tfm32fc) : sizeof(Tfm32f));
-  if (isComplex(transform) && isSingle) {
+constexpr std::int64_t fewFrames(const Family& family, std::int32_t len) {
+  if (isComplex(family.transform) && !family.isDouble) {
     return 7;
   }
-  if (len <= 8 || (len == 12 && !isSingle)) {
+  if (len <= 8 || (len == 12 && family.isDouble)) {
     return 4;
   }
-  return len <= longestSingly(transform) ? 3 : isSingle ? 2 : 1;
+  return len <= longestSingly(family.transform) ? 3 : family.isDouble ? 1 : 2;
 }
 
 // The checks of single calls are those of a batch with frames in it.
@@ -42,7 +41,7 @@ template <class Sample>
       if (count == 1) {                                                                                                \
         return tfmg##name##_##suffix(pSrc, pDst, len, flag);                                                           \
       }                                                                                                                \
-      if (count <= fewFrames(Transform::transform, sizeof(Sample), len)) {                                             \
+      if (count <= fewFrames(k##name##_##suffix, len)) {                                                               \
         return callSingly(tfmg##name##_##suffix, pSrc, srcLayout.distance, pDst, dstLayout.distance, len, count,       \
                           flag);                                                                                       \
       }                                                                                                                \

@@ -74,8 +74,9 @@ constexpr bool isSlowInNarrowFrames(int n) {
     if (isInBlocks<transform, Real>) {
       return false;
     }
-    for (const int fast : {22, 23, 25, 26, 31, 34, 38, 47}) {
-      if (n == fast) {
+    constexpr int fast[] = {22, 23, 25, 26, 31, 34, 38, 47};
+    for (const int length : fast) {
+      if (n == length) {
         return false;
       }
     }

@@ -6,6 +6,7 @@
 #include "kernel/unroll.hpp"
 
 #include <array>
+#include <type_traits>
 
 namespace tfmgen::batch {
 
