@@ -20,9 +20,8 @@ constexpr std::int64_t fewFrames(const Family& family, std::int32_t len) {
 }
 
 // The checks of single calls are those of a batch with frames in it.
-template <class Sample>
-[[gnu::noinline]] TfmStatus callSingly(TfmStatus (*single)(const Sample*, Sample*, std::int32_t, std::int32_t),
-                                       const Sample* src, std::int64_t srcDistance, Sample* dst,
+template <auto single, class Sample>
+[[gnu::noinline]] TfmStatus callSingly(const Sample* src, std::int64_t srcDistance, Sample* dst,
                                        std::int64_t dstDistance, std::int32_t len, std::int64_t count,
                                        std::int32_t flag) {
   TfmStatus status = single(src, dst, len, flag);
@@ -32,20 +31,25 @@ template <class Sample>
   return status;
 }
 
+template <const Family& family, auto single, class Sample>
+TFMGEN_INLINE inline TfmStatus enter(const Sample* src, TfmbLayout srcLayout, Sample* dst, TfmbLayout dstLayout,
+                                     std::int32_t len, std::int64_t count, std::int32_t flag) {
+  if (count >= 1 && srcLayout.step == 1 && dstLayout.step == 1) {
+    if (count == 1) {
+      return single(src, dst, len, flag); // a jump
+    }
+    if (count <= fewFrames(family, len)) {
+      return callSingly<single>(src, srcLayout.distance, dst, dstLayout.distance, len, count, flag);
+    }
+  }
+  return call(family, src, srcLayout, dst, dstLayout, len, count, flag, kWidths.front());
+}
+
 } // namespace
 
 #define TFMBATCH_DEFINE(name, suffix, Sample, transform, format)                                                       \
   TfmStatus tfmb##name##_##suffix(const Sample* pSrc, TfmbLayout srcLayout, Sample* pDst, TfmbLayout dstLayout,        \
                                   int32_t len, int64_t count, int32_t flag) {                                          \
-    if (count >= 1 && srcLayout.step == 1 && dstLayout.step == 1) {                                                    \
-      if (count == 1) {                                                                                                \
-        return tfmg##name##_##suffix(pSrc, pDst, len, flag);                                                           \
-      }                                                                                                                \
-      if (count <= fewFrames(k##name##_##suffix, len)) {                                                               \
-        return callSingly(tfmg##name##_##suffix, pSrc, srcLayout.distance, pDst, dstLayout.distance, len, count,       \
-                          flag);                                                                                       \
-      }                                                                                                                \
-    }                                                                                                                  \
-    return call(k##name##_##suffix, pSrc, srcLayout, pDst, dstLayout, len, count, flag, kWidths.front());              \
+    return enter<k##name##_##suffix, tfmg##name##_##suffix>(pSrc, srcLayout, pDst, dstLayout, len, count, flag);       \
   }
 TFMBATCH_FOR_EACH_FAMILY(TFMBATCH_DEFINE)

@@ -23,8 +23,8 @@ constexpr bool isSmooth(int n) {
 }
 
 // Whether frames go from their memory to the registers of a kernel and back without a table of rows between. That is
-// faster at nearly all lengths, by a fifth where registers are widest, since a table is stored and loaded once more.
-// But it takes a second kernel: short ones have it, and of longer ones those that gain most for their size.
+// faster at nearly all lengths, where registers are widest by up to a quarter, since a table is stored and loaded once
+// more. But it takes a second kernel: short ones have it, and of longer ones those that gain most for their size.
 template <int bytes, Transform transform, Format format, class Real>
 constexpr bool isInRegisters(int n) {
   if (isInBlocks<transform, Real>) {
